@@ -1,0 +1,11 @@
+// Everything a host needs, in one include.
+// Room: ui. Used by: hosts.
+#pragma once
+
+#include "brindle/collections.h"
+#include "brindle/console_user_interface.h"
+#include "brindle/interpreter.h"
+#include "brindle/text.h"
+#include "brindle/user_interface.h"
+#include "brindle/variable.h"
+#include "brindle/version.h"

@@ -1,0 +1,259 @@
+// CBrindle: one script interpreter. This header is its table of contents, grouped by room.
+// Room: interpreter. Used by: hosts and every room that implements members of it.
+// May touch: only declarations; what an instance holds stands in src/interpreter/state.h.
+// Must not: include other rooms' headers.
+// Invariant: everything runs on the thread that called in.
+#pragma once
+
+#include "brindle/user_interface.h"
+#include "brindle/variable.h"
+
+#include <cstdint>
+#include <memory>
+
+class CBrindle;
+class CFuncDesc;
+class CMapStringToPtr;
+class CPtrList;
+class CCriticalSection;
+struct CStackData;
+
+enum BASIC_TOKEN_TYPE : int;
+enum COMMAND_TYPE : int;
+enum KEYWORD_TYPE : int;
+enum FUNCTION_TYPE : int;
+enum ARITHMETIC_OPERATION : int;
+enum LOGICAL_OPERATION : int;
+
+namespace brindle {
+struct InterpreterState;
+class ProgramText;
+class VariableSlot;
+struct NameRef;
+struct Token;
+} // namespace brindle
+
+/// Evaluated arguments, first one first.
+using CBasicVariableArray = CArray<CBasicVariable, CBasicVariable>;
+
+/// A function that the host adds to the language: the calling interpreter, the arguments as the script
+/// passed them (any number), and the value given at registration. It may throw only std::exception kinds,
+/// which end the run and reach the caller of ExecuteProgram. It may create and destroy other interpreters,
+/// never the one that calls it.
+using BrindleCallback = CBasicVariable (*)(CBrindle* interpreter, CBasicVariableArray& arguments, int value);
+
+/// One interpreter. A host makes one per run, registers its own functions, and runs a script file; the
+/// object keeps the script's variables, functions, files and tables until it is destroyed. Not copyable;
+/// all calls on one object come from one thread.
+class BRINDLE_API CBrindle {
+public:
+  CBrindle();
+  virtual ~CBrindle();
+  CBrindle(const CBrindle&) = delete;
+  CBrindle& operator=(const CBrindle&) = delete;
+
+  /// Loads and runs a script. False only when the file cannot be loaded (error 17, no event is thrown); a
+  /// run that reported errors, or that the user aborted, gives true: see GetLastError. May be called again;
+  /// variables, functions, handlers and open files of earlier runs are still there. A call from a callback
+  /// runs the other script and then goes on with the first one.
+  bool ExecuteProgram(const CString& fileName);
+  /// Whether the script asked to be kept alive for events and its timer ("stayresident").
+  [[nodiscard]] bool IsResident() const noexcept;
+  /// The last error: message, line feed, failing line. Empty when there was none.
+  [[nodiscard]] CString GetLastError() const;
+  /// Stores and shows a numbered error with the current line. Returns when the user says OK; Cancel unwinds
+  /// to the run in progress, or to the event or timer call when no program runs.
+  void ReportError(int number);
+
+  /// Adds a function to the language, for every interpreter of the process, until the last one ends. The
+  /// first registration of a name wins. Names with capital letters are stored but cannot be called.
+  /// `userData` is not used. False for an empty name or a null callback.
+  bool AddCustomFunction(const CString& name, BrindleCallback callback, int value, void* userData);
+
+  /// Calls every handler of the event in order of attachment; false when there is no such event (or the
+  /// value is null). Handlers get the arguments, or a copy of the value.
+  bool EventThrow(const CString& event, CBasicVariableArray& arguments);
+  bool EventThrow(const CString& event, CBasicVariable* value);
+  /// The live list of handler names (lower case), null when there is no such event. Owned by the interpreter.
+  [[nodiscard]] CStringArray* EventFind(const CString& event);
+  /// Throws the event at every live interpreter, oldest first, on the calling thread.
+  static void SendEvent(const CString& event, CBasicVariableArray& arguments);
+  static void SendEvent(const CString& event, CBasicVariable* value);
+  /// Whether this points at a live interpreter; any pointer may be asked about.
+  [[nodiscard]] static bool IsValidInterpreter(const CBrindle* interpreter);
+
+  /// Whether a script file names itself a tool in its first line ("TOOLMENU" ... "=" caption); the caption
+  /// is what follows the "=". False, caption unchanged, otherwise and for an unreadable file.
+  [[nodiscard]] static bool IsExtensionScript(const CString& path, CString& caption);
+
+  /// Where this interpreter's boxes and dialogs go; null: the process-wide default. Borrowed.
+  void SetUserInterface(CUserInterface* userInterface) noexcept;
+  [[nodiscard]] CUserInterface& GetUserInterface() const noexcept;
+
+private:
+  friend struct BrindleTestAccess;
+  friend class CBasicVariable;
+  using Arguments = CBasicVariableArray;
+  struct ProcedureScope;
+  struct RunScope;
+
+  // ---- interpreter: program text and reading position (program_text.cpp, position.cpp)
+  bool LoadProgram(const CString& fileName);
+  void RunProgram(const CString& fileName);
+  void RunLoop();
+  [[nodiscard]] CString GetCurrentLine();
+  [[nodiscard]] char16_t CurChar() const noexcept;
+  void NextChar() noexcept;
+  [[nodiscard]] bool IsEndOfProgram() const noexcept;
+  bool Rewind(unsigned long position);
+  bool Rewind();
+  void PushPosition(unsigned long position);
+  bool PopPosition(unsigned long& position);
+  bool FindEOL();
+  bool GoPastEOL();
+  void SkipComment();
+  [[nodiscard]] bool AtStatementEnd() const noexcept;
+  [[nodiscard]] bool IsDelimiter(char16_t unit) const noexcept;
+
+  // ---- interpreter: labels (labels.cpp)
+  bool LabelsScan();
+  bool LabelAdd(const CString& name, unsigned long position);
+  bool LabelGet(const CString& name, unsigned long& position);
+  bool LabelsFree();
+
+  // ---- interpreter: errors (errors.cpp)
+  [[noreturn]] void AbortWith(int number);
+  void CheckNesting();
+  void GDIObjectsFree();
+
+  // ---- interpreter: tokens and tables (tokens.cpp, word_tables.cpp, function_table.cpp)
+  BASIC_TOKEN_TYPE get_token();
+  void putback();
+  bool BuildCommandTable();
+  bool BuildKeywordTable();
+  bool BuildFunctionTable();
+  [[nodiscard]] COMMAND_TYPE LookupCommand(const CString& word) const;
+  [[nodiscard]] KEYWORD_TYPE LookupKeyword(const CString& word) const;
+  bool AddFunction(CFuncDesc* function);
+  FUNCTION_TYPE LookupFunction(const CString& name, CFuncDesc& out, bool copy);
+  FUNCTION_TYPE LookupFunction(const CString& name);
+  CFuncDesc* FindFunction(const CString& lowered) const;
+
+  // ---- interpreter: expressions (evaluator.cpp, operators.cpp, conditions.cpp, function_call.cpp)
+  void get_exp(CBasicVariable& result);
+  void level2(CBasicVariable& result);
+  void level3(CBasicVariable& result);
+  void level4(CBasicVariable& result);
+  void level5(CBasicVariable& result);
+  void level6(CBasicVariable& result);
+  void primitive(CBasicVariable& result);
+  void ReadVariable(CBasicVariable& result);
+  void ReadProperty(CBasicVariable& result);
+  void unary(char16_t operation, CBasicVariable& value);
+  void ComputeOperation(char16_t operation, CBasicVariable& left, CBasicVariable& right);
+  void ComputeArithmetic(char16_t operation, double* left, double* right);
+  void ComputeString(char16_t operation, CString& left, const CString& right);
+  [[nodiscard]] static ARITHMETIC_OPERATION GetArithOperation(char16_t operation) noexcept;
+  LOGICAL_OPERATION GetLogOperation();
+  bool ExecLogicalStatement();
+  bool ExecFunction(CBasicVariable& result);
+
+  // ---- interpreter: statements (dispatch.cpp, exec_*.cpp)
+  bool Exec_command();
+  bool assignment();
+  bool ExecPrint();
+  bool ExecIf();
+  bool ExecElse();
+  bool ExecFor();
+  bool ExecNext();
+  bool ExecDoWhile();
+  bool ExecLoop();
+  bool ExecGoto();
+  bool ExecGosub();
+  bool ExecReturn();
+  bool ExecPlaySound();
+  bool ExecCommandStatement();
+  bool FindLastPair(COMMAND_TYPE open, COMMAND_TYPE close, COMMAND_TYPE middle);
+  bool PushToStack(const CStackData& entry);
+  bool PushToStack(const CString& name, double value, unsigned long position);
+  bool PopFromStack(CStackData& out);
+
+  // ---- interpreter: script composition (composition.cpp, exec_run.cpp)
+  bool LoadLibraries();
+  bool ExecLibrary(const CString& name);
+  bool ExecInclude(const CString& name);
+  bool ExecRun(bool script);
+
+  // ---- data: variables (variables.cpp, exec_dim.cpp)
+  void AddScopeLevelExtension(CString& name) const;
+  CBasicVariable* FindVariable(CString& name);
+  brindle::VariableSlot* FindSlot(const CString& name);
+  brindle::NameRef RefOf(const brindle::Token& token);
+  bool StoreItem(const brindle::NameRef& name, const CBasicVariable& value, int index, bool bGlobal);
+  bool StoreWhole(const brindle::NameRef& name, const CBasicVariable& value, bool bGlobal);
+  CString GetVariableName(const CString& name);
+  bool SetVariable(const CString& name, const CBasicVariable& value, int index);
+  bool SetVariable(const CString& name, double value, int index);
+  bool SetVariable(const CString& name, const CString& value, int index);
+  bool SetVariableDirect(const CString& name, const CBasicVariable& value, int index, bool bGlobal);
+  bool SetVariableSize(const CString& name, int size, bool bGlobal);
+  bool CopyVariable(const CString& name, const CBasicVariable& value, bool bGlobal);
+  int GetVariableSize(const CString& name);
+  bool VariableUndefine(const CString& name);
+  bool GetIndex(int& index);
+  bool ExecDim(bool bGlobal);
+  bool ReadDeclaration(bool bGlobal);
+  bool VariablesFree();
+  void ObjectVariablesFree(int level);
+  bool ExecGetVarStats(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
+  bool ExecGarbageCollection(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
+
+  // ---- data: built-in functions (*_functions.cpp)
+  bool CheckCount(const Arguments& args, int count);
+  bool CheckLeast(const Arguments& args, int count);
+  bool ExecStringOperation(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
+  bool ExecFormat(CBasicVariable& result, const CBasicVariable& value, const CString& format);
+  bool ExecArithmetics(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
+  bool ExecTimeFunc(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
+  bool ExecPointOffset(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
+
+  // ---- calls: procedures (procedures.cpp, parameters.cpp)
+  bool ReadParameters(Arguments& args);
+  int GetParamList(Arguments& args);
+  int GetParamGroup(Arguments& args);
+  void ReadArgument(Arguments& args);
+  bool ExecUserFunction(const CString& name, CBasicVariable& result, Arguments& args, bool isCall);
+  bool RunProcedure(const CFuncDesc& function, CBasicVariable& result, Arguments& args, bool isCall);
+  bool BindParameters(Arguments& args);
+  bool RunBody();
+  bool ExecCall();
+  bool FunctionsFree();
+
+  // ---- calls: host functions, Automation objects (custom_functions.cpp, automation_bridge.cpp)
+  bool ExecCustomFunction(CFuncDesc& function, CBasicVariable& result, Arguments& args);
+  bool ExecAutomationMethod(const CString& name, CBasicVariable& result, Arguments& args, bool isCall);
+  bool SetObjectProperty(const CString& name, CBasicVariable& value);
+  bool FindObject(const CString& dottedName, IDispatch*& object);
+
+  // ---- calls: events and the registry of live interpreters (events.cpp, registry.cpp)
+  void CallHandlers(CStringArray& handlers, Arguments& args);
+  bool EventAdd(const CString& event, const CString& handler);
+  bool EventRemove(const CString& event, const CString& handler);
+  bool EventRemove(const CString& event);
+  bool EventsFree();
+  void AddToNotifyList();
+  void RemoveFromNotifyList();
+
+  // ---- io: script files (exec_open.cpp, file_functions.cpp, find_files.cpp)
+  bool ExecOpenFile();
+  bool ExecCloseFile();
+  bool ExecFileOperation(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
+  bool ExecFindFiles(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
+
+  std::unique_ptr<brindle::InterpreterState> m_pState;
+
+  static int m_nNumberOfCopies;
+  static CPtrList m_List;
+  static CCriticalSection m_Door;
+  static CMapStringToPtr m_ExtFunctionTable;
+};

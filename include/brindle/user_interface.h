@@ -1,0 +1,62 @@
+// CUserInterface: where message boxes, questions, file dialogs, menus, timers and sounds go.
+// Room: platform. Used by: interpreter, calls, io, ui, hosts that bring a window system of their own.
+// May touch: nothing; an interface.
+// Must not: know an interpreter's insides.
+// Invariant: every member returns; none keeps a reference to what it was given, but for a timer's callback.
+#pragma once
+
+#include "brindle/collections.h"
+#include "brindle/text.h"
+
+#include <functional>
+#include <optional>
+
+/// The window system as an interpreter sees it. All members are called on the thread that runs the
+/// interpreter, and may block it (a modal box does). This base class is the interface that shows nothing:
+/// it drops messages, answers an error box with Cancel and a question with No, dismisses dialogs and
+/// menus, and never ticks; override what the host can show.
+/// An exception that leaves a member ends the run and reaches the caller of ExecuteProgram.
+class BRINDLE_API CUserInterface {
+public:
+  /// How the user answered an error box.
+  enum class ErrorAnswer {
+    Ok,    ///< go on behind the failing statement
+    Cancel ///< abort the run
+  };
+
+  /// What a file dialog is asked for.
+  struct FileRequest {
+    bool save = false;     ///< a name to save as, rather than an existing file
+    CString title;         ///< caption; empty: the system's own
+    CString defaultPath;   ///< preselected name; may be empty
+    CString filter;        ///< "Text files|*.txt|All files|*.*"; empty: all files
+  };
+
+  virtual ~CUserInterface();
+
+  /// The message box of "print". The text is complete: line ends are part of it.
+  virtual void ShowMessage(const CString& text);
+  /// A message of the system itself that needs no answer.
+  virtual void ShowNotice(const CString& text);
+  /// The error box: message, line feed, failing line.
+  [[nodiscard]] virtual ErrorAnswer ShowError(const CString& text);
+  /// A question with Yes and No; true for Yes.
+  [[nodiscard]] virtual bool AskYesNo(const CString& question, const CString& title);
+  /// The chosen path, nothing when the user cancelled.
+  [[nodiscard]] virtual std::optional<CString> ChooseFile(const FileRequest& request);
+  /// Shows a menu ("-" is a separator); the index of the chosen entry, -1 when dismissed.
+  [[nodiscard]] virtual int ShowPopupMenu(const CStringArray& entries);
+  /// Plays a sound file without waiting; silently nothing where there is no device or no such file.
+  virtual void PlaySoundFile(const CString& path);
+
+  /// Calls `tick` about every `period` milliseconds (at least 1) from wherever this interface waits for
+  /// the user. The identifier is not 0; 0 means that no timer could be started.
+  [[nodiscard]] virtual unsigned StartTimer(unsigned period, std::function<void()> tick);
+  /// No tick comes after it returns; an unknown identifier is ignored.
+  virtual void StopTimer(unsigned identifier);
+
+  /// The interface of interpreters that have none of their own: the one set here, else the console.
+  [[nodiscard]] static CUserInterface& Default() noexcept;
+  /// Borrowed; must outlive every use. Null brings the console back.
+  static void SetDefault(CUserInterface* userInterface) noexcept;
+};

@@ -1,0 +1,8 @@
+// The one home of the version: the build reads it from here.
+// Room: platform. Used by: hosts, the runner, the build.
+#pragma once
+
+#define BRINDLE_VERSION_MAJOR 0
+#define BRINDLE_VERSION_MINOR 1
+#define BRINDLE_VERSION_PATCH 0
+#define BRINDLE_VERSION "0.1.0"

@@ -1,0 +1,113 @@
+// Events: attaching handlers, throwing, and the change events of variables.
+#include "brindle/interpreter.h"
+#include "interpreter/error_numbers.h"
+#include "interpreter/script_abort.h"
+#include "interpreter/state.h"
+
+#include <new>
+
+using namespace brindle;
+
+namespace {
+
+CString Lowered(CString name) {
+  return name.MakeLower();
+}
+
+int IndexOf(const CStringArray& handlers, const CString& lowered) {
+  for (int i = 0; i < handlers.GetSize(); ++i)
+    if (handlers[i] == lowered)
+      return i;
+  return -1;
+}
+
+} // namespace
+
+CStringArray* CBrindle::EventFind(const CString& event) {
+  return m_pState->events.Find(Lowered(event));
+}
+
+bool CBrindle::EventAdd(const CString& event, const CString& handler) {
+  CStringArray& handlers = m_pState->events.Make(Lowered(event));
+  const CString lowered = Lowered(handler);
+  if (IndexOf(handlers, lowered) < 0)
+    handlers.Add(lowered);
+  return true;
+}
+
+bool CBrindle::EventRemove(const CString& event, const CString& handler) {
+  CStringArray* handlers = EventFind(event);
+  if (handlers == nullptr)
+    return false;
+  const int index = IndexOf(*handlers, Lowered(handler));
+  if (index >= 0)
+    handlers->RemoveAt(index);
+  return true;
+}
+
+bool CBrindle::EventRemove(const CString& event) {
+  CStringArray* handlers = EventFind(event);
+  if (handlers == nullptr)
+    return false;
+  handlers->RemoveAll(); // the list stays: a throw in progress may be walking it
+  return true;
+}
+
+bool CBrindle::EventsFree() {
+  m_pState->events.Clear();
+  return true;
+}
+
+// The list is live: handlers may attach and remove handlers.
+void CBrindle::CallHandlers(CStringArray& handlers, Arguments& args) {
+  for (int i = 0; i < handlers.GetSize(); ++i) {
+    const CString handler = handlers[i];
+    CBasicVariable dropped;
+    ExecUserFunction(handler, dropped, args, true);
+  }
+}
+
+bool CBrindle::EventThrow(const CString& event, Arguments& arguments) {
+  CStringArray* handlers = EventFind(event);
+  if (handlers == nullptr)
+    return false;
+  if (m_pState->runDepth > 0) {
+    CallHandlers(*handlers, arguments);
+    return true;
+  }
+  // Nothing runs that an abort could end: it ends here.
+  struct Depth {
+    explicit Depth(int& depth) : m_depth(depth) { ++m_depth; }
+    Depth(const Depth&) = delete;
+    Depth& operator=(const Depth&) = delete;
+    ~Depth() { --m_depth; }
+    int& m_depth;
+  };
+  const Depth depth(m_pState->runDepth);
+  try {
+    try {
+      CallHandlers(*handlers, arguments);
+    } catch (const std::bad_alloc&) {
+      ReportError(kErrorUnrecoverable);
+    }
+  } catch (const ScriptAbort&) {
+    m_pState->m_arrTemporaries.RemoveAll();
+  }
+  return true;
+}
+
+bool CBrindle::EventThrow(const CString& event, CBasicVariable* value) {
+  if (value == nullptr || EventFind(event) == nullptr)
+    return false;
+  Arguments arguments;
+  arguments.Add(*value);
+  return EventThrow(event, arguments);
+}
+
+// Here, not beside the value classes: they know no interpreter.
+void CBasicVariable::ThrowChange() {
+  // The variable may end while its handlers run, so nothing of it is touched afterwards.
+  CBrindle* interpreter = m_pExtra->pEventInterpreter;
+  const CString event = m_pExtra->strEventName;
+  interpreter->EventThrow(event, this);
+}

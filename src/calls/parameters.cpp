@@ -1,0 +1,58 @@
+// Argument lists: in parentheses behind a function's name, or bare behind a statement's word.
+#include "brindle/interpreter.h"
+#include "interpreter/error_numbers.h"
+#include "interpreter/state.h"
+
+using namespace brindle;
+
+// One expression. Beside its value the name of a plain variable is recorded, so that a call can write back.
+void CBrindle::ReadArgument(Arguments& args) {
+  get_token();
+  const bool isName = m_pState->token.kind == TOKEN_VARIABLE;
+  const CString name = m_pState->token.Text();
+  const std::uint32_t end = m_pState->token.token->end;
+  putback();
+  CBasicVariable value;
+  get_exp(value);
+  args.Add(value);
+  const bool isWholeArgument = isName && m_pState->position == SkipBlanks(m_pState->program->Text(), end);
+  m_pState->m_arrTemporaries.Add(isWholeArgument ? GetVariableName(name) : CString());
+}
+
+// The ")" is left for the caller.
+bool CBrindle::ReadParameters(Arguments& args) {
+  args.RemoveAll();
+  get_token();
+  if (!IsDelimiter(u'(')) {
+    ReportError(kErrorFunctionCall);
+    return false;
+  }
+  get_token();
+  putback();
+  if (IsDelimiter(u')'))
+    return true;
+  do {
+    ReadArgument(args);
+    get_token();
+  } while (IsDelimiter(u','));
+  if (!IsDelimiter(u')')) {
+    ReportError(kErrorFunctionCall);
+    return false;
+  }
+  putback();
+  return true;
+}
+
+int CBrindle::GetParamList(Arguments& args) {
+  return ReadParameters(args) ? args.GetSize() : 0;
+}
+
+// The first token behind the group is current afterwards.
+int CBrindle::GetParamGroup(Arguments& args) {
+  args.RemoveAll();
+  do {
+    ReadArgument(args);
+    get_token();
+  } while (IsDelimiter(u',') && m_pState->token.command != COMMAND_END_OF_LINE);
+  return args.GetSize();
+}

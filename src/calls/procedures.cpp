@@ -1,0 +1,205 @@
+// Calls by name, and the frame that a script procedure runs in.
+#include "brindle/interpreter.h"
+#include "interpreter/error_numbers.h"
+#include "interpreter/state.h"
+#include "platform/collections.h"
+
+using namespace brindle;
+
+// A call's scope: what it enters, and what has to be as before however the call ends.
+struct CBrindle::ProcedureScope {
+  ProcedureScope(CBrindle& owner, const CFuncDesc& function)
+      : m_owner(owner), m_state(*owner.m_pState), m_program(m_state.program), m_position(m_state.position),
+        m_token(m_state.token), m_keepTokens(m_state.keepTokens), m_stop(m_state.stop),
+        m_positions(m_state.positions.size()), m_control(m_state.control.size()), m_level(m_state.m_nScopeLevel) {
+    if (m_token.token == &m_state.scratch)
+      m_scratch = m_state.scratch;
+    owner.PushPosition(m_position);
+    ++m_state.m_nScopeLevel;
+    m_state.stop = false; // a call runs in full, also while the statement that ended the program finishes
+    m_state.keepTokens = true;
+    if (function.m_pProgram != nullptr)
+      m_state.program = function.m_pProgram;
+    if (m_state.program != nullptr && function.m_nPosition < m_state.program->Length())
+      m_state.position = function.m_nPosition;
+  }
+  ProcedureScope(const ProcedureScope&) = delete;
+  ProcedureScope& operator=(const ProcedureScope&) = delete;
+  ~ProcedureScope() {
+    m_state.m_nScopeLevel = m_level;
+    m_state.positions.resize(m_positions);
+    if (m_state.control.size() > m_control)
+      m_state.control.resize(m_control);
+    m_state.program = m_program;
+    m_state.position = m_position;
+    m_state.token = m_token;
+    if (m_token.token == &m_state.scratch)
+      m_state.scratch = m_scratch;
+    m_state.keepTokens = m_keepTokens;
+    m_state.stop = m_state.stop || m_stop;
+  }
+
+private:
+  CBrindle& m_owner;
+  InterpreterState& m_state;
+  std::shared_ptr<ProgramText> m_program;
+  std::uint32_t m_position;
+  TokenState m_token;
+  Token m_scratch;
+  bool m_keepTokens;
+  bool m_stop;
+  std::size_t m_positions;
+  std::size_t m_control;
+  int m_level;
+};
+
+bool CBrindle::ExecUserFunction(const CString& name, CBasicVariable& result, Arguments& args, bool isCall) {
+  const FUNCTION_TYPE type = LookupFunction(name);
+  CFuncDesc* const function = m_pState->token.descriptor;
+  switch (type) {
+  case FUNCTION_NONE: ReportError(kErrorUndefinedFunction); return false;
+  case FUNCTION_AUTOMATION: return ExecAutomationMethod(name, result, args, isCall);
+  case FUNCTION_HOST: return ExecCustomFunction(*function, result, args);
+  case FUNCTION_SCRIPT: return RunProcedure(*function, result, args, isCall);
+  default: break;
+  }
+  if (function->m_pHandler == nullptr) {
+    ReportError(kErrorUndefinedFunction);
+    return false;
+  }
+  return (this->*function->m_pHandler)(result, args, type);
+}
+
+bool CBrindle::RunProcedure(const CFuncDesc& function, CBasicVariable& result, Arguments& args, bool isCall) {
+  CheckNesting();
+  const CString name = function.m_strName;
+  ProcedureScope scope(*this, function);
+  VariableUndefine(name); // the result starts undefined
+  bool done = BindParameters(args) && RunBody();
+  if (done && !isCall) {
+    const VariableSlot* value = FindSlot(name);
+    if (value != nullptr) {
+      value->CopyTo(result);
+    } else if (!m_pState->stop) { // "end" leaves a body without a result
+      ReportError(kErrorNoReturnValue);
+      done = false;
+    }
+  }
+  return ExecReturn() && done;
+}
+
+// The parameter list stands behind the name in the definition.
+bool CBrindle::BindParameters(Arguments& args) {
+  get_token();
+  if (!IsDelimiter(u'(')) {
+    ReportError(kErrorFunctionDefinition);
+    return false;
+  }
+  get_token();
+  for (int i = 0; m_pState->token.kind == TOKEN_VARIABLE; ++i) {
+    if (i >= args.GetSize()) {
+      ReportError(kErrorParameterCount);
+      return false;
+    }
+    StoreWhole(RefOf(*m_pState->token.token), args[i], false);
+    get_token();
+    if (IsDelimiter(u',')) {
+      get_token();
+    } else if (!IsDelimiter(u')')) {
+      ReportError(kErrorFunctionDefinition);
+      return false;
+    }
+  }
+  if (!IsDelimiter(u')')) {
+    ReportError(kErrorFunctionDefinition);
+    return false;
+  }
+  return true;
+}
+
+namespace {
+
+bool EndsBody(COMMAND_TYPE command) {
+  return command == COMMAND_ENDFUNCTION || command == COMMAND_ENDSUB || command == COMMAND_RETURN;
+}
+
+} // namespace
+
+bool CBrindle::RunBody() {
+  const TokenState& token = m_pState->token;
+  FindEOL();
+  for (;;) {
+    get_token();
+    if (EndsBody(token.command))
+      return true;
+    if (token.command == COMMAND_END_OF_PROGRAM) {
+      ReportError(kErrorEndFunctionMissing);
+      return false;
+    }
+    switch (token.kind) {
+    case TOKEN_VARIABLE:
+    case TOKEN_FIELD:
+    case TOKEN_FIELD_UNKNOWN:
+    case TOKEN_COMMAND:
+      Exec_command();
+      // A statement may have run into the end of the body, or have ended the program.
+      if (m_pState->stop || EndsBody(token.command))
+        return true;
+      break;
+    case TOKEN_DELIMITER:
+    case TOKEN_COMMENT:
+    case TOKEN_LABEL: break;
+    case TOKEN_NONE: ReportError(kErrorUnexpectedOperator); return false;
+    default:
+      ReportError(kErrorUnexpectedOperator);
+      FindEOL();
+      break;
+    }
+  }
+}
+
+bool CBrindle::ExecReturn() {
+  if (m_pState->m_nScopeLevel == 2)
+    ObjectVariablesFree(2);
+  if (m_pState->m_nScopeLevel < 2) {
+    ReportError(kErrorReturnLocation);
+    return false;
+  }
+  --m_pState->m_nScopeLevel;
+  unsigned long position = 0;
+  if (PopPosition(position) && position < m_pState->program->Length())
+    m_pState->position = static_cast<std::uint32_t>(position);
+  return true;
+}
+
+bool CBrindle::ExecCall() {
+  get_token();
+  if (m_pState->token.kind != TOKEN_FUNCTION) {
+    ReportError(kErrorSyntax);
+    return false;
+  }
+  const CString name = m_pState->token.Text();
+  const int recordedNames = m_pState->m_arrTemporaries.GetSize();
+  Arguments args;
+  if (!ReadParameters(args)) {
+    m_pState->m_arrTemporaries.SetSize(recordedNames);
+    return false;
+  }
+  CBasicVariable dropped;
+  const bool done = ExecUserFunction(name, dropped, args, true);
+  m_pState->m_arrTemporaries.SetSize(recordedNames);
+  get_token();
+  if (!IsDelimiter(u')'))
+    putback();
+  return done;
+}
+
+bool CBrindle::FunctionsFree() {
+  m_pState->functions.Clear();
+  if (m_nNumberOfCopies == 1) {
+    for (const auto& entry : m_ExtFunctionTable)
+      delete static_cast<CFuncDesc*>(entry.second);
+    m_ExtFunctionTable.RemoveAll();
+  }
+  return true;
+}

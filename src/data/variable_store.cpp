@@ -1,0 +1,184 @@
+#include "data/variable_store.h"
+
+#include "platform/number_text.h"
+
+namespace brindle {
+
+namespace {
+
+constexpr std::u16string_view kScopeMark = u"__#";
+// Levels beyond this are never entered, so a name that carries one names no frame.
+constexpr int kDeepestFrame = 100000;
+
+// The level at the end of a key of the form NAME__#LEVEL as this store itself would write it.
+std::optional<int> LevelOfKey(std::u16string_view key, std::size_t mark) {
+  const std::u16string_view digits = key.substr(mark + kScopeMark.size());
+  if (digits.empty() || digits.size() > 7 || digits[0] == u'0')
+    return std::nullopt;
+  for (const char16_t unit : digits)
+    if (unit < u'0' || unit > u'9')
+      return std::nullopt;
+  const int level = ParseInteger(digits);
+  return level <= kDeepestFrame ? std::optional(level) : std::nullopt;
+}
+
+} // namespace
+
+CString VariableStore::ScopedKey(const CString& spelling, int level) {
+  CString key = spelling;
+  key.MakeLower();
+  key.Append(kScopeMark);
+  return key += FormatInteger(level);
+}
+
+int VariableStore::NumberOf(const CString& lowered) {
+  const auto known = m_numbers.find(lowered);
+  if (known != m_numbers.end())
+    return known->second;
+  Name name;
+  name.lowered = lowered;
+  const std::size_t mark = lowered.View().rfind(kScopeMark);
+  if (mark != std::u16string_view::npos && mark > 0) {
+    if (const auto level = LevelOfKey(lowered.View(), mark)) {
+      name.aliasNumber = NumberOf(lowered.Left(static_cast<int>(mark)));
+      name.aliasLevel = *level;
+    }
+  }
+  const int number = static_cast<int>(m_names.size());
+  m_names.push_back(std::move(name));
+  m_numbers.emplace(lowered, number);
+  return number;
+}
+
+NameRef VariableStore::Ref(const CString& spelling) {
+  CString lowered = spelling;
+  return {spelling, NumberOf(lowered.MakeLower())};
+}
+
+std::optional<NameRef> VariableStore::KnownRef(const CString& spelling) const {
+  CString lowered = spelling;
+  const auto known = m_numbers.find(lowered.MakeLower());
+  if (known == m_numbers.end())
+    return std::nullopt;
+  return NameRef{spelling, known->second};
+}
+
+VariableSlot* VariableStore::FindLocal(int number, int level) noexcept {
+  if (static_cast<std::size_t>(level) >= m_frames.size())
+    return nullptr;
+  Frame& frame = m_frames[static_cast<std::size_t>(level)];
+  if (static_cast<std::size_t>(number) >= frame.size())
+    return nullptr;
+  VariableSlot& slot = frame[static_cast<std::size_t>(number)];
+  return slot.IsDefined() ? &slot : nullptr;
+}
+
+VariableSlot& VariableStore::LocalSlot(int number, int level) {
+  if (static_cast<std::size_t>(level) >= m_frames.size())
+    m_frames.resize(static_cast<std::size_t>(level) + 1);
+  Frame& frame = m_frames[static_cast<std::size_t>(level)];
+  if (static_cast<std::size_t>(number) >= frame.size())
+    frame.resize(static_cast<std::size_t>(number) + 1);
+  return frame[static_cast<std::size_t>(number)];
+}
+
+VariableSlot* VariableStore::Find(const NameRef& name, int level) {
+  Name& entry = m_names[static_cast<std::size_t>(name.number)];
+  for (Global& global : entry.globals)
+    if (global.slot.IsDefined() && global.spelling == name.spelling)
+      return &global.slot;
+  if (entry.aliasNumber >= 0 && name.spelling == entry.lowered) {
+    if (VariableSlot* slot = FindLocal(entry.aliasNumber, entry.aliasLevel))
+      return slot;
+  }
+  return FindLocal(name.number, level);
+}
+
+VariableSlot& VariableStore::Make(const NameRef& name, int level, bool global) {
+  if (!global)
+    return LocalSlot(name.number, level);
+  Name& entry = m_names[static_cast<std::size_t>(name.number)];
+  if (entry.aliasNumber >= 0 && name.spelling == entry.lowered)
+    return LocalSlot(entry.aliasNumber, entry.aliasLevel);
+  for (Global& known : entry.globals)
+    if (known.spelling == name.spelling)
+      return known.slot;
+  entry.globals.push_back({name.spelling, VariableSlot()});
+  return entry.globals.back().slot;
+}
+
+CString VariableStore::KeyOf(const NameRef& name, int level) {
+  VariableSlot* found = Find(name, level);
+  return found != nullptr && found != FindLocal(name.number, level) ? name.spelling
+                                                                   : ScopedKey(name.spelling, level);
+}
+
+bool VariableStore::Undefine(const NameRef& name, int level) {
+  VariableSlot* slot = FindLocal(name.number, level);
+  if (slot == nullptr)
+    return false;
+  slot->Undefine();
+  return true;
+}
+
+int VariableStore::Count() const {
+  int count = 0;
+  for (const Frame& frame : m_frames)
+    for (const VariableSlot& slot : frame)
+      count += slot.IsDefined() ? 1 : 0;
+  for (const Name& name : m_names)
+    for (const Global& global : name.globals)
+      count += global.slot.IsDefined() ? 1 : 0;
+  return count;
+}
+
+int VariableStore::RemoveLevel(int level) {
+  int removed = 0;
+  const auto remove = [&removed](VariableSlot& slot) {
+    if (slot.IsDefined()) {
+      slot.Undefine();
+      ++removed;
+    }
+  };
+  if (static_cast<std::size_t>(level) < m_frames.size())
+    for (VariableSlot& slot : m_frames[static_cast<std::size_t>(level)])
+      remove(slot);
+  // A global whose spelling happens to end like a local's key is taken for one.
+  const CString suffix = CString(kScopeMark) + FormatInteger(level);
+  for (Name& name : m_names)
+    for (Global& global : name.globals)
+      if (global.spelling.GetLength() > suffix.GetLength() && global.spelling.View().ends_with(suffix.View()))
+        remove(global.slot);
+  return removed;
+}
+
+std::vector<VariableSlot*> VariableStore::SlotsWithObjects(int level) {
+  std::vector<VariableSlot*> slots;
+  if (!m_mayHoldObjects)
+    return slots;
+  // The level that counts is the one behind the first mark of a key.
+  const auto levelOf = [](const CString& key, int otherwise) {
+    const std::size_t mark = key.View().find(kScopeMark);
+    return mark == std::u16string_view::npos ? otherwise : ParseInteger(key.View().substr(mark + kScopeMark.size()));
+  };
+  for (std::size_t frameLevel = 0; frameLevel < m_frames.size(); ++frameLevel) {
+    Frame& frame = m_frames[frameLevel];
+    for (std::size_t number = 0; number < frame.size(); ++number)
+      if (frame[number].HoldsObject() && levelOf(m_names[number].lowered, static_cast<int>(frameLevel)) >= level)
+        slots.push_back(&frame[number]);
+  }
+  for (Name& name : m_names)
+    for (Global& global : name.globals)
+      if (global.slot.HoldsObject() && levelOf(global.spelling, 0) >= level)
+        slots.push_back(&global.slot);
+  return slots;
+}
+
+void VariableStore::Clear() noexcept {
+  // The names keep their numbers: tokens remember them.
+  m_frames.clear();
+  for (Name& name : m_names)
+    name.globals.clear();
+}
+
+} // namespace brindle

@@ -1,0 +1,77 @@
+// VariableStore: the variables of one interpreter, by name and scope level.
+// Room: data. Used by: the members of CBrindle that find, create and remove variables.
+// May touch: slots.
+// Must not: report errors; the callers decide.
+// Invariant: a name, lower-cased, has one number; a local is frame[level][number], a global hangs on the
+// number's entry under its spelling. A slot's place is good until the next variable is created.
+//
+// Scripts see one flat table whose keys are a global's spelling, or a local's lower-cased name followed by
+// "__#" and its level. So the identifier x__#1 names the main program's x, wherever it is used: such names
+// lead to that frame.
+#pragma once
+
+#include "brindle/collections.h"
+#include "data/variable_slot.h"
+
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+namespace brindle {
+
+// A name as the program spells it, with its number.
+struct NameRef {
+  CString spelling;
+  int number = -1;
+};
+
+class VariableStore {
+public:
+  // The number of a name, made when it is new / only if it is known.
+  [[nodiscard]] int NumberOf(const CString& lowered);
+  [[nodiscard]] NameRef Ref(const CString& spelling);
+  [[nodiscard]] std::optional<NameRef> KnownRef(const CString& spelling) const;
+
+  // Under its spelling first (a global hides a local), then as a local of that level. Null when neither is.
+  [[nodiscard]] VariableSlot* Find(const NameRef& name, int level);
+  // The slot of a variable that Find does not find, still undefined: a global's, or that level's local.
+  [[nodiscard]] VariableSlot& Make(const NameRef& name, int level, bool global);
+  // The key under which Find finds a name; it is a local's when `name` is not found.
+  [[nodiscard]] CString KeyOf(const NameRef& name, int level);
+  [[nodiscard]] static CString ScopedKey(const CString& spelling, int level);
+  // Removes the local; false when there is none.
+  bool Undefine(const NameRef& name, int level);
+
+  [[nodiscard]] int Count() const;
+  // Removes every variable whose key ends with that level's suffix; how many they were.
+  int RemoveLevel(int level);
+  // To be said when an object is stored, or when a pointer to a variable is handed out: until then nobody
+  // needs to look for objects when a procedure returns.
+  void NoteObjects() noexcept { m_mayHoldObjects = true; }
+  // Variables at that level and deeper that may hold objects, to be visited by the caller.
+  [[nodiscard]] std::vector<VariableSlot*> SlotsWithObjects(int level);
+  void Clear() noexcept;
+
+private:
+  struct Global {
+    CString spelling;
+    VariableSlot slot;
+  };
+  struct Name {
+    CString lowered;
+    std::vector<Global> globals;
+    int aliasNumber = -1; // of a name of the form NAME__#LEVEL
+    int aliasLevel = 0;
+  };
+  using Frame = std::vector<VariableSlot>;
+
+  [[nodiscard]] VariableSlot* FindLocal(int number, int level) noexcept;
+  [[nodiscard]] VariableSlot& LocalSlot(int number, int level);
+
+  std::vector<Name> m_names;
+  std::unordered_map<CString, int> m_numbers;
+  std::vector<Frame> m_frames; // by level
+  bool m_mayHoldObjects = false;
+};
+
+} // namespace brindle

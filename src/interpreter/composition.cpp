@@ -1,0 +1,114 @@
+// Putting a program together from files: "library" and "include", before the run.
+#include "brindle/interpreter.h"
+#include "interpreter/error_numbers.h"
+#include "interpreter/inclusion_map.h"
+#include "interpreter/limits.h"
+#include "interpreter/script_loader.h"
+#include "interpreter/state.h"
+#include "platform/path.h"
+
+#include <unordered_set>
+
+using namespace brindle;
+
+namespace {
+
+// A name is looked up beside the running script when the script's own path has a folder.
+CString BesideScript(const CString& script, const CString& name) {
+  const std::size_t separator = script.View().find_last_of(u"/\\");
+  if (separator == std::u16string_view::npos || separator == 0)
+    return name;
+  return script.Left(static_cast<int>(separator) + 1) + name;
+}
+
+} // namespace
+
+bool CBrindle::LoadLibraries() {
+  InclusionMap files;
+  files.Add(0, m_pState->program->Length(), ResolvePath(m_pState->fileName.View()));
+  std::unordered_set<CString> loaded;
+
+  Rewind();
+  m_pState->token.kind = TOKEN_DELIMITER; // the first line counts as standing behind a line end
+  while (!IsEndOfProgram()) {
+    get_token();
+    const TokenState& token = m_pState->token;
+    if (token.kind == TOKEN_NONE)
+      break;
+    SkipComment();
+    const bool isLibrary = token.command == COMMAND_LIBRARY;
+    const bool isInclude = token.command == COMMAND_INCLUDE;
+    if ((!isLibrary && !isInclude) || token.previousKind != TOKEN_DELIMITER)
+      continue;
+
+    get_token();
+    if (token.kind != TOKEN_STRING) {
+      ReportError(kErrorSyntax);
+      Rewind();
+      return false;
+    }
+    const CString name = token.Text();
+    const std::string file = ResolvePath(BesideScript(m_pState->fileName, name).View());
+    if (isInclude && files.IsInside(token.token->start, file)) {
+      ReportError(kErrorSyntax); // a file inside itself would never end
+      FindEOL();
+      continue;
+    }
+    if (loaded.insert(name).second) {
+      const std::uint32_t end = m_pState->program->Length();
+      if (ExecLibrary(name))
+        files.Add(end, m_pState->program->Length() - end, file);
+    }
+    if (isInclude) {
+      FindEOL();
+      const std::uint32_t start = m_pState->position + 1;
+      const std::uint32_t before = m_pState->program->Length();
+      if (ExecInclude(name))
+        files.Add(start, m_pState->program->Length() - before, file);
+    }
+    FindEOL();
+  }
+  Rewind();
+  return true;
+}
+
+bool CBrindle::ExecLibrary(const CString& name) {
+  auto text = LoadScriptFile(BesideScript(m_pState->fileName, name));
+  if (!text) {
+    ReportError(kErrorSyntax);
+    return false;
+  }
+  text->push_back(u'\n');
+  if (m_pState->program->Length() + text->size() > static_cast<std::size_t>(kLongestText)) {
+    ReportError(kErrorLoadingSource);
+    return false;
+  }
+  m_pState->program->Insert(m_pState->program->Length(), *text);
+  return true;
+}
+
+// Inserts behind the end of the current line, which the position has to be at.
+bool CBrindle::ExecInclude(const CString& name) {
+  const auto file = LoadScriptFile(BesideScript(m_pState->fileName, name));
+  if (!file) {
+    ReportError(kErrorSyntax);
+    return false;
+  }
+  std::u16string text;
+  text.reserve(file->size() + 3);
+  text += u'\n';
+  text += *file;
+  text += u"\n\n";
+  if (m_pState->program->Length() + text.size() > static_cast<std::size_t>(kLongestText)) {
+    ReportError(kErrorLoadingSource);
+    return false;
+  }
+  FindEOL();
+  if (m_pState->position < m_pState->program->Length()) {
+    m_pState->program->Insert(m_pState->position + 1, text);
+  } else {
+    text.insert(text.begin(), u'\n');
+    m_pState->program->Insert(m_pState->program->Length(), text);
+  }
+  return true;
+}

@@ -1,0 +1,85 @@
+// Conditions: exactly one comparison of two expressions.
+#include "brindle/interpreter.h"
+#include "interpreter/error_numbers.h"
+#include "interpreter/state.h"
+
+#include <array>
+#include <cmath>
+#include <string_view>
+
+using namespace brindle;
+
+namespace {
+
+struct Comparison {
+  std::u16string_view text;
+  LOGICAL_OPERATION code;
+};
+
+// Deliberate: ">=" and "=<" are not operators of the language.
+constexpr std::array kComparisons = {
+    Comparison{u"=", LOGICAL_EQUAL},          Comparison{u"==", LOGICAL_EQUAL},
+    Comparison{u"<", LOGICAL_LESS},           Comparison{u">", LOGICAL_GREATER},
+    Comparison{u"<>", LOGICAL_NOT_EQUAL},     Comparison{u"!=", LOGICAL_NOT_EQUAL},
+    Comparison{u"<=", LOGICAL_LESS_EQUAL},    Comparison{u"=>", LOGICAL_GREATER_EQUAL},
+    Comparison{u"~~", LOGICAL_ABOUT_EQUAL},
+};
+constexpr std::u16string_view kSecondUnits = u"=<>!~";
+constexpr double kAbout = 1e-12;
+
+template <class T> bool Compare(LOGICAL_OPERATION operation, const T& left, const T& right) {
+  switch (operation) {
+  case LOGICAL_EQUAL: return left == right;
+  case LOGICAL_GREATER: return left > right;
+  case LOGICAL_LESS: return left < right;
+  case LOGICAL_NOT_EQUAL: return left != right;
+  case LOGICAL_GREATER_EQUAL: return left >= right;
+  case LOGICAL_LESS_EQUAL: return left <= right;
+  default: return false;
+  }
+}
+
+} // namespace
+
+LOGICAL_OPERATION CBrindle::GetLogOperation() {
+  get_token();
+  if (m_pState->token.kind != TOKEN_DELIMITER)
+    return LOGICAL_NONE;
+  CString text = m_pState->token.Text();
+  get_token();
+  const CString& second = m_pState->token.Text();
+  if (m_pState->token.kind == TOKEN_DELIMITER && second.GetLength() == 1 &&
+      kSecondUnits.find(second.GetAt(0)) != std::u16string_view::npos)
+    text += second;
+  else
+    putback();
+  for (const Comparison& comparison : kComparisons)
+    if (text.View() == comparison.text)
+      return comparison.code;
+  return LOGICAL_NONE;
+}
+
+bool CBrindle::ExecLogicalStatement() {
+  CBasicVariable left;
+  get_exp(left);
+  const LOGICAL_OPERATION operation = GetLogOperation();
+  if (operation == LOGICAL_NONE) {
+    ReportError(kErrorNoText);
+    return false;
+  }
+  CBasicVariable right;
+  get_exp(right);
+  switch (left.GetType()) {
+  case BVT_NUMBER: {
+    const double x = left.GetNumberValue();
+    const double y = right.GetNumberValue();
+    return operation == LOGICAL_ABOUT_EQUAL ? std::fabs(x - y) < kAbout : Compare(operation, x, y);
+  }
+  case BVT_STRING: {
+    const CString x = left.GetStringValue();
+    const CString y = right.GetStringValue();
+    return operation == LOGICAL_ABOUT_EQUAL ? x.Find(y) >= 0 : Compare(operation, x, y);
+  }
+  default: return false;
+  }
+}

@@ -1,0 +1,47 @@
+// Reporting errors to the user and to the host.
+#include "brindle/interpreter.h"
+#include "interpreter/error_numbers.h"
+#include "interpreter/limits.h"
+#include "interpreter/script_abort.h"
+#include "interpreter/state.h"
+#include "platform/stack.h"
+#include "values/messages.h"
+
+using namespace brindle;
+
+CString CBrindle::GetCurrentLine() {
+  if (m_pState->program == nullptr)
+    return CString();
+  const std::u16string_view text = m_pState->program->Text();
+  std::size_t start = m_pState->position;
+  const auto unitAt = [text](std::size_t position) { return position < text.size() ? text[position] : u'\0'; };
+  while (start > 0 && IsLineEnd(unitAt(start)))
+    --start;
+  while (start > 0 && !IsLineEnd(unitAt(start)))
+    --start;
+  // Deliberate: the search begins two units on, and the text begins with the line break before the line.
+  const std::size_t end = text.find(u'\n', start + 2);
+  if (end == std::u16string_view::npos || end - start <= 1)
+    return CString();
+  return CString(text.substr(start, end - start));
+}
+
+void CBrindle::ReportError(int number) {
+  CUserInterface& userInterface = GetUserInterface();
+  const std::optional<CString> message = LoadMessage(number);
+  if (!message)
+    userInterface.ShowNotice(CString(u"Error loading resource string."));
+  m_pState->lastError = message.value_or(CString()) + u"\n" + GetCurrentLine();
+  if (userInterface.ShowError(m_pState->lastError) == CUserInterface::ErrorAnswer::Cancel)
+    throw ScriptAbort();
+}
+
+void CBrindle::AbortWith(int number) {
+  ReportError(number);
+  throw ScriptAbort();
+}
+
+void CBrindle::CheckNesting() {
+  if (RemainingStack() < kStackReserve)
+    AbortWith(kErrorUnrecoverable);
+}

@@ -1,0 +1,134 @@
+// The built-in functions: names, codes and family handlers. One table.
+#include "brindle/interpreter.h"
+#include "interpreter/func_desc.h"
+#include "interpreter/language.h"
+#include "interpreter/state.h"
+
+#include <array>
+#include <memory>
+#include <string_view>
+
+bool CBrindle::BuildFunctionTable() {
+  struct BuiltIn {
+    std::u16string_view name;
+    FUNCTION_TYPE code;
+    CFuncDesc::Handler handler;
+  };
+  // A name without a handler is known to the language but reports "Undefined function name".
+  // ORDER FUNCTION
+  static constexpr std::array kBuiltIns = {
+      BuiltIn{u"year", FUNCTION_YEAR, &CBrindle::ExecTimeFunc},
+      BuiltIn{u"month", FUNCTION_MONTH, &CBrindle::ExecTimeFunc},
+      BuiltIn{u"day", FUNCTION_DAY, &CBrindle::ExecTimeFunc},
+      BuiltIn{u"hour", FUNCTION_HOUR, &CBrindle::ExecTimeFunc},
+      BuiltIn{u"minute", FUNCTION_MINUTE, &CBrindle::ExecTimeFunc},
+      BuiltIn{u"second", FUNCTION_SECOND, &CBrindle::ExecTimeFunc},
+      BuiltIn{u"weekday", FUNCTION_WEEKDAY, &CBrindle::ExecTimeFunc},
+
+      BuiltIn{u"sin", FUNCTION_SIN, &CBrindle::ExecArithmetics},
+      BuiltIn{u"cos", FUNCTION_COS, &CBrindle::ExecArithmetics},
+      BuiltIn{u"tan", FUNCTION_TAN, &CBrindle::ExecArithmetics},
+      BuiltIn{u"asin", FUNCTION_ASIN, &CBrindle::ExecArithmetics},
+      BuiltIn{u"acos", FUNCTION_ACOS, &CBrindle::ExecArithmetics},
+      BuiltIn{u"atan", FUNCTION_ATAN, &CBrindle::ExecArithmetics},
+      BuiltIn{u"log", FUNCTION_LOG, &CBrindle::ExecArithmetics},
+      BuiltIn{u"log2", FUNCTION_LOG2, &CBrindle::ExecArithmetics},
+      BuiltIn{u"log10", FUNCTION_LOG10, &CBrindle::ExecArithmetics},
+      BuiltIn{u"sqr", FUNCTION_SQR, &CBrindle::ExecArithmetics},
+      BuiltIn{u"abs", FUNCTION_ABS, &CBrindle::ExecArithmetics},
+      BuiltIn{u"rad2dms", FUNCTION_RAD2DMS, &CBrindle::ExecArithmetics},
+      BuiltIn{u"dms2rad", FUNCTION_DMS2RAD, &CBrindle::ExecArithmetics},
+      BuiltIn{u"isnan", FUNCTION_ISNAN, &CBrindle::ExecArithmetics},
+      BuiltIn{u"loword", FUNCTION_LOWORD, &CBrindle::ExecArithmetics},
+      BuiltIn{u"hiword", FUNCTION_HIWORD, &CBrindle::ExecArithmetics},
+      BuiltIn{u"swap", FUNCTION_SWAP, &CBrindle::ExecArithmetics},
+      BuiltIn{u"int", FUNCTION_INT, &CBrindle::ExecArithmetics},
+      BuiltIn{u"max", FUNCTION_MAX, &CBrindle::ExecArithmetics},
+      BuiltIn{u"min", FUNCTION_MIN, &CBrindle::ExecArithmetics},
+      BuiltIn{u"ubound", FUNCTION_UBOUND, &CBrindle::ExecArithmetics},
+      BuiltIn{u"rand", FUNCTION_RAND, &CBrindle::ExecArithmetics},
+
+      BuiltIn{u"mapset", FUNCTION_MAPSET, nullptr},
+      BuiltIn{u"mapget", FUNCTION_MAPGET, nullptr},
+      BuiltIn{u"maphas", FUNCTION_MAPHAS, nullptr},
+      BuiltIn{u"mapremove", FUNCTION_MAPREMOVE, nullptr},
+      BuiltIn{u"mapgetkeys", FUNCTION_MAPGETKEYS, nullptr},
+      BuiltIn{u"mapgetvalues", FUNCTION_MAPGETVALUES, nullptr},
+
+      BuiltIn{u"left", FUNCTION_LEFT, &CBrindle::ExecStringOperation},
+      BuiltIn{u"right", FUNCTION_RIGHT, &CBrindle::ExecStringOperation},
+      BuiltIn{u"mid", FUNCTION_MID, &CBrindle::ExecStringOperation},
+      BuiltIn{u"instr", FUNCTION_INSTR, &CBrindle::ExecStringOperation},
+      BuiltIn{u"replace", FUNCTION_REPLACE, &CBrindle::ExecStringOperation},
+      BuiltIn{u"lcase", FUNCTION_LCASE, &CBrindle::ExecStringOperation},
+      BuiltIn{u"ucase", FUNCTION_UCASE, &CBrindle::ExecStringOperation},
+      BuiltIn{u"len", FUNCTION_LEN, &CBrindle::ExecStringOperation},
+      BuiltIn{u"repeat", FUNCTION_REPEAT, &CBrindle::ExecStringOperation},
+      BuiltIn{u"format", FUNCTION_FORMAT, &CBrindle::ExecStringOperation},
+      BuiltIn{u"val", FUNCTION_VAL, &CBrindle::ExecStringOperation},
+      BuiltIn{u"str", FUNCTION_STR, &CBrindle::ExecStringOperation},
+      BuiltIn{u"getpath", FUNCTION_GETPATH, &CBrindle::ExecStringOperation},
+      BuiltIn{u"getname", FUNCTION_GETNAME, &CBrindle::ExecStringOperation},
+
+      BuiltIn{u"fileopendlg", FUNCTION_FILEOPENDLG, nullptr},
+      BuiltIn{u"filesaveasdlg", FUNCTION_FILESAVEASDLG, nullptr},
+
+      BuiltIn{u"read", FUNCTION_READ, &CBrindle::ExecFileOperation},
+      BuiltIn{u"write", FUNCTION_WRITE, &CBrindle::ExecFileOperation},
+      BuiltIn{u"readline", FUNCTION_READLINE, &CBrindle::ExecFileOperation},
+      BuiltIn{u"readlist", FUNCTION_READLIST, &CBrindle::ExecFileOperation},
+      BuiltIn{u"writeline", FUNCTION_WRITELINE, &CBrindle::ExecFileOperation},
+      BuiltIn{u"filesize", FUNCTION_FILESIZE, &CBrindle::ExecFileOperation},
+      BuiltIn{u"seek", FUNCTION_SEEK, &CBrindle::ExecFileOperation},
+      BuiltIn{u"iseof", FUNCTION_ISEOF, &CBrindle::ExecFileOperation},
+      BuiltIn{u"getfilepos", FUNCTION_GETFILEPOS, &CBrindle::ExecFileOperation},
+
+      BuiltIn{u"getwindowhandle", FUNCTION_GETWINDOWHANDLE, nullptr},
+
+      BuiltIn{u"copydata", FUNCTION_COPYDATA, nullptr},
+
+      BuiltIn{u"pointoffset", FUNCTION_POINTOFFSET, &CBrindle::ExecPointOffset},
+
+      BuiltIn{u"sendmessage", FUNCTION_SENDMESSAGE, nullptr},
+
+      BuiltIn{u"popupmenu", FUNCTION_POPUPMENU, nullptr},
+
+      BuiltIn{u"ask", FUNCTION_ASK, nullptr},
+
+      BuiltIn{u"findfiles", FUNCTION_FINDFILES, &CBrindle::ExecFindFiles},
+
+      BuiltIn{u"controlvalue", FUNCTION_CONTROLVALUE, nullptr},
+
+      BuiltIn{u"dbfopen", FUNCTION_DBFOPEN, nullptr},
+      BuiltIn{u"dbfcreate", FUNCTION_DBFCREATE, nullptr},
+      BuiltIn{u"dbfclose", FUNCTION_DBFCLOSE, nullptr},
+      BuiltIn{u"dbfnumrecords", FUNCTION_DBFNUMRECORDS, nullptr},
+      BuiltIn{u"dbfread", FUNCTION_DBFREAD, nullptr},
+      BuiltIn{u"dbfwrite", FUNCTION_DBFWRITE, nullptr},
+      BuiltIn{u"dbfappend", FUNCTION_DBFAPPEND, nullptr},
+      BuiltIn{u"dbfseek", FUNCTION_DBFSEEK, nullptr},
+      BuiltIn{u"dbfdelete", FUNCTION_DBFDELETE, nullptr},
+      BuiltIn{u"dbfnumfields", FUNCTION_DBFNUMFIELDS, nullptr},
+      BuiltIn{u"dbffieldnames", FUNCTION_DBFFIELDNAMES, nullptr},
+
+      BuiltIn{u"comportopen", FUNCTION_COMPORTOPEN, nullptr},
+      BuiltIn{u"comportclose", FUNCTION_COMPORTCLOSE, nullptr},
+      BuiltIn{u"comportread", FUNCTION_COMPORTREAD, nullptr},
+      BuiltIn{u"comportwrite", FUNCTION_COMPORTWRITE, nullptr},
+
+      BuiltIn{u"createobject", FUNCTION_CREATEOBJECT, nullptr},
+
+      BuiltIn{u"getvarstats", FUNCTION_GETVARSTATS, &CBrindle::ExecGetVarStats},
+
+      BuiltIn{u"garbagecollection", FUNCTION_GARBAGECOLLECTION, &CBrindle::ExecGarbageCollection},
+  };
+  static_assert(kBuiltIns.size() == 86);
+
+  m_pState->functions.Clear();
+  for (const BuiltIn& builtIn : kBuiltIns) {
+    auto function = std::make_unique<CFuncDesc>(CString(builtIn.name), builtIn.code, builtIn.handler);
+    if (AddFunction(function.get()))
+      function.release();
+  }
+  return true;
+}

@@ -1,0 +1,33 @@
+// The functions that one interpreter knows by name: built-ins, script procedures, declared externals.
+// Room: interpreter. Used by: AddFunction, LookupFunction, the label scan.
+// May touch: nothing.
+// Invariant: keys are the descriptors' names; a descriptor's address never changes while it is in the table.
+#pragma once
+
+#include "interpreter/func_desc.h"
+
+#include <memory>
+#include <unordered_map>
+
+namespace brindle {
+
+class FunctionTable {
+public:
+  [[nodiscard]] CFuncDesc* Find(const CString& lowered) const {
+    const auto entry = m_functions.find(lowered);
+    return entry == m_functions.end() ? nullptr : entry->second.get();
+  }
+  // Takes ownership unless the name is there already.
+  [[nodiscard]] bool Add(CFuncDesc* function) {
+    const auto [entry, added] = m_functions.try_emplace(function->m_strName);
+    if (added)
+      entry->second.reset(function);
+    return added;
+  }
+  void Clear() noexcept { m_functions.clear(); }
+
+private:
+  std::unordered_map<CString, std::unique_ptr<CFuncDesc>> m_functions;
+};
+
+} // namespace brindle

@@ -1,0 +1,42 @@
+// Which file every part of a program text came from, while "include" and "library" put it together.
+// Room: interpreter. Used by: LoadLibraries.
+// May touch: nothing.
+// Invariant: regions nest; the innermost region that holds a position is the file its line was written in.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace brindle {
+
+class InclusionMap {
+public:
+  // A file's text that was appended behind, or inserted at, `start`. Regions around it grow, later ones move.
+  void Add(std::uint32_t start, std::uint32_t length, std::string file) {
+    for (Region& region : m_regions) {
+      if (region.start >= start)
+        region.start += length;
+      if (region.end > start)
+        region.end += length;
+    }
+    m_regions.push_back({start, start + length, std::move(file)});
+  }
+  // Whether the line at `position` stands in that file, directly or in what the file includes.
+  [[nodiscard]] bool IsInside(std::uint32_t position, const std::string& file) const {
+    for (const Region& region : m_regions)
+      if (position >= region.start && position < region.end && region.file == file)
+        return true;
+    return false;
+  }
+
+private:
+  struct Region {
+    std::uint32_t start;
+    std::uint32_t end;
+    std::string file;
+  };
+  std::vector<Region> m_regions;
+};
+
+} // namespace brindle

@@ -1,0 +1,47 @@
+#include "brindle/interpreter.h"
+#include "interpreter/state.h"
+#include "platform/collections.h"
+
+#include <chrono>
+
+using brindle::InterpreterState;
+
+CBrindle::CBrindle() : m_pState(std::make_unique<InterpreterState>()) {
+  m_pState->token.token = &m_pState->scratch;
+  BuildCommandTable();
+  BuildFunctionTable();
+  BuildKeywordTable();
+  AddToNotifyList();
+  m_nNumberOfCopies += 1;
+
+  SetVariableDirect(CString(u"Nothing"), CBasicVariable(), 0, true);
+  SetVariableDirect(CString(u"True"), CBasicVariable(1), 0, true);
+  SetVariableDirect(CString(u"False"), CBasicVariable(0), 0, true);
+  m_pState->random.Seed(static_cast<std::uint32_t>(std::chrono::system_clock::now().time_since_epoch().count()));
+}
+
+CBrindle::~CBrindle() {
+  RemoveFromNotifyList();
+  LabelsFree();
+  VariablesFree();
+  FunctionsFree();
+  EventsFree();
+  m_pState->files.CloseAll();
+  m_nNumberOfCopies -= 1;
+}
+
+bool CBrindle::IsResident() const noexcept {
+  return m_pState->resident;
+}
+
+CString CBrindle::GetLastError() const {
+  return m_pState->lastError;
+}
+
+void CBrindle::SetUserInterface(CUserInterface* userInterface) noexcept {
+  m_pState->userInterface = userInterface;
+}
+
+CUserInterface& CBrindle::GetUserInterface() const noexcept {
+  return m_pState->userInterface != nullptr ? *m_pState->userInterface : CUserInterface::Default();
+}

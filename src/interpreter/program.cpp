@@ -1,0 +1,139 @@
+// Running a script: load, scan, run, and the boundary at which an abort ends.
+#include "brindle/interpreter.h"
+#include "interpreter/error_numbers.h"
+#include "interpreter/script_abort.h"
+#include "interpreter/script_loader.h"
+#include "interpreter/state.h"
+
+#include <new>
+#include <stdexcept>
+#include <utility>
+
+using namespace brindle;
+
+// What a run changes and the caller gets back: a callback may run another script inside a running one. The
+// text and the position of a run that stands alone stay, for the handlers of a resident interpreter.
+struct CBrindle::RunScope {
+  explicit RunScope(CBrindle& owner)
+      : m_owner(owner), m_state(*owner.m_pState), m_nested(m_state.runDepth > 0), m_program(m_state.program),
+        m_position(m_state.position), m_token(m_state.token), m_scratch(m_state.scratch),
+        m_fileName(m_state.fileName), m_keepTokens(m_state.keepTokens), m_stop(m_state.stop),
+        m_level(m_state.m_nScopeLevel), m_positions(m_state.positions.size()),
+        m_names(m_state.m_arrTemporaries.GetSize()) {
+    ++m_state.runDepth;
+  }
+  RunScope(const RunScope&) = delete;
+  RunScope& operator=(const RunScope&) = delete;
+  ~RunScope() {
+    --m_state.runDepth;
+    m_state.m_nScopeLevel = m_level;
+    m_state.positions.resize(m_positions);
+    m_state.m_arrTemporaries.SetSize(m_names);
+    if (!m_nested)
+      return;
+    m_state.program = m_program;
+    m_state.position = m_position;
+    m_state.token = m_token;
+    m_state.scratch = m_scratch;
+    m_state.fileName = m_fileName;
+    m_state.keepTokens = m_keepTokens;
+    m_state.stop = m_stop;
+  }
+
+  // Objects that the run left in the procedures it was thrown out of.
+  void ReleaseObjects() {
+    if (m_level == 1)
+      m_owner.ObjectVariablesFree(2);
+  }
+
+private:
+  CBrindle& m_owner;
+  InterpreterState& m_state;
+  bool m_nested;
+  std::shared_ptr<ProgramText> m_program;
+  std::uint32_t m_position;
+  TokenState m_token;
+  Token m_scratch;
+  CString m_fileName;
+  bool m_keepTokens;
+  bool m_stop;
+  int m_level;
+  std::size_t m_positions;
+  int m_names;
+};
+
+bool CBrindle::ExecuteProgram(const CString& fileName) {
+  const CString name = fileName; // the caller's text may be a script variable
+  RunScope scope(*this);
+  try {
+    CheckNesting();
+    if (!LoadProgram(name)) {
+      ReportError(kErrorLoadingSource);
+      return false;
+    }
+  } catch (const ScriptAbort&) {
+    return false;
+  }
+  try {
+    try {
+      RunProgram(name);
+    } catch (const std::bad_alloc&) {
+      ReportError(kErrorUnrecoverable);
+    } catch (const std::length_error&) {
+      ReportError(kErrorUnrecoverable);
+    }
+  } catch (const ScriptAbort&) {
+    try {
+      scope.ReleaseObjects();
+    } catch (const ScriptAbort&) {
+      // The handlers of a change event were aborted as well: nothing is left to stop.
+    }
+  }
+  return true;
+}
+
+bool CBrindle::LoadProgram(const CString& fileName) {
+  auto text = LoadScriptFile(fileName);
+  m_pState->program = std::make_shared<ProgramText>(std::u16string());
+  m_pState->keepTokens = false;
+  Rewind();
+  m_pState->token.kind = TOKEN_DELIMITER;
+  if (!text)
+    return false;
+  text->push_back(u'\n');
+  m_pState->program = std::make_shared<ProgramText>(std::move(*text));
+  m_pState->fileName = fileName;
+  return true;
+}
+
+void CBrindle::RunProgram(const CString& fileName) {
+  LoadLibraries();
+  LabelsScan();
+  m_pState->keepTokens = true;
+  m_pState->stop = false;
+
+  Arguments arguments;
+  arguments.Add(CBasicVariable(fileName));
+  EventThrow(CString(u"OnStart"), arguments);
+  RunLoop();
+  EventThrow(CString(u"OnStop"), arguments);
+}
+
+void CBrindle::RunLoop() {
+  const TokenState& token = m_pState->token;
+  while (!m_pState->stop) {
+    get_token();
+    switch (token.kind) {
+    case TOKEN_VARIABLE:
+    case TOKEN_FIELD:
+    case TOKEN_FIELD_UNKNOWN:
+    case TOKEN_COMMAND: Exec_command(); break;
+    case TOKEN_DELIMITER:
+    case TOKEN_COMMENT:
+    case TOKEN_LABEL: break;
+    default: ReportError(kErrorUnexpectedOperator); return;
+    }
+    if (token.command == COMMAND_END_OF_PROGRAM)
+      return;
+  }
+}

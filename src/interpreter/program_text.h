@@ -1,0 +1,70 @@
+// ProgramText: one program's text with its labels and with what reading it found.
+// Room: interpreter. Used by: the reading position, the label scan, forward skips, procedure descriptors.
+// May touch: nothing but itself.
+// Must not: depend on the interpreter's state; several runs may hold several texts.
+// Invariant: the text changes only while nothing has been cached (loading); a cached token never moves.
+#pragma once
+
+#include "interpreter/scanner.h"
+
+#include <cassert>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace brindle {
+
+// Where a forward skip from some position ends: the token it stopped on, and the kind of the one before.
+struct SkipTarget {
+  std::uint32_t lastToken = 0;
+  BASIC_TOKEN_TYPE previousKind = TOKEN_NONE;
+};
+
+class ProgramText {
+public:
+  explicit ProgramText(std::u16string text) : m_text(std::move(text)) {}
+
+  [[nodiscard]] std::u16string_view Text() const noexcept { return m_text; }
+  [[nodiscard]] std::uint32_t Length() const noexcept { return static_cast<std::uint32_t>(m_text.size()); }
+  // NUL at and behind the end.
+  [[nodiscard]] char16_t At(std::uint32_t position) const noexcept {
+    return position < m_text.size() ? m_text[position] : u'\0';
+  }
+  void Insert(std::uint32_t position, std::u16string_view text) {
+    assert(m_tokens.empty());
+    m_text.insert(position, text);
+  }
+
+  // False when the label is there already.
+  [[nodiscard]] bool AddLabel(const CString& name, std::uint32_t position) {
+    return m_labels.try_emplace(name, position).second;
+  }
+  [[nodiscard]] std::optional<std::uint32_t> FindLabel(const CString& name) const {
+    const auto label = m_labels.find(name);
+    return label == m_labels.end() ? std::nullopt : std::optional(label->second);
+  }
+  void ClearLabels() noexcept { m_labels.clear(); }
+
+  // The token that starts at `position` (on no blank); kept from the first reading on.
+  [[nodiscard]] const Token& TokenAt(std::uint32_t position, const WordTable& words);
+
+  // Skips are told apart by where they start and which words they count.
+  [[nodiscard]] const SkipTarget* FindSkip(std::uint32_t position, COMMAND_TYPE open, COMMAND_TYPE middle) const;
+  void KeepSkip(std::uint32_t position, COMMAND_TYPE open, COMMAND_TYPE middle, const SkipTarget& target);
+
+private:
+  // The index table comes in pages, so that a text of which little runs costs little.
+  static constexpr std::uint32_t kPageSize = 1024;
+  using Page = std::unique_ptr<std::uint32_t[]>; // index into m_tokens plus 1, 0 for none
+
+  std::u16string m_text;
+  std::unordered_map<CString, std::uint32_t> m_labels;
+  std::vector<Page> m_pages;
+  std::deque<Token> m_tokens;
+  std::unordered_map<std::uint64_t, SkipTarget> m_skips;
+};
+
+} // namespace brindle

@@ -1,0 +1,18 @@
+// Script files as text.
+// Room: interpreter. Used by: loading a program, "library", "include".
+// May touch: files, the code page.
+// Invariant: a text handed out is no longer than the limit for program texts.
+#pragma once
+
+#include "brindle/text.h"
+
+#include <optional>
+#include <string>
+
+namespace brindle {
+
+// The file's text through the ANSI code page, without anything added; nothing when it cannot be read, is too
+// long or does not fit in memory.
+[[nodiscard]] std::optional<std::u16string> LoadScriptFile(const CString& path);
+
+} // namespace brindle

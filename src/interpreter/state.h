@@ -1,0 +1,81 @@
+// What one interpreter holds: the small state classes of every room, put together in one place.
+// Room: interpreter (composition). Used by: the members of CBrindle, in whatever room they are implemented.
+// May touch: headers of the rooms that own the parts.
+// Must not: hold rules of its own; those live in the parts.
+// Invariant: parts are destroyed in reverse order; the destructor of CBrindle empties them in its own order.
+#pragma once
+
+#include "brindle/interpreter.h"
+#include "calls/event_table.h"
+#include "data/random_source.h"
+#include "data/variable_store.h"
+#include "interpreter/control_stack.h"
+#include "interpreter/function_table.h"
+#include "interpreter/program_text.h"
+#include "io/file_table.h"
+
+#include <memory>
+#include <vector>
+
+namespace brindle {
+
+// What the token reader found last.
+struct TokenState {
+  const Token* token = nullptr; // never null once an interpreter is built
+  BASIC_TOKEN_TYPE kind = TOKEN_NONE;
+  BASIC_TOKEN_TYPE previousKind = TOKEN_NONE;
+  COMMAND_TYPE command = COMMAND_NONE;
+  KEYWORD_TYPE keyword = KEYWORD_NONE;
+  FUNCTION_TYPE function = FUNCTION_NONE;
+  CFuncDesc* descriptor = nullptr; // of a function token whose name is known
+
+  [[nodiscard]] const CString& Text() const noexcept { return token->text; }
+  [[nodiscard]] bool IsText(char16_t unit) const noexcept {
+    return token->text.GetLength() == 1 && token->text.GetAt(0) == unit;
+  }
+};
+
+// A place to return to: procedures of an earlier run live in that run's text.
+struct ReturnPosition {
+  std::shared_ptr<ProgramText> program;
+  std::uint32_t position = 0;
+};
+
+struct InterpreterState {
+  // Program text and reading position.
+  CString fileName;
+  std::shared_ptr<ProgramText> program;
+  std::uint32_t position = 0;
+  bool keepTokens = false; // while a program runs; loading and label scan read each token once
+  TokenState token;
+  Token scratch; // the current token while none are kept
+  std::vector<ReturnPosition> positions;
+
+  // The run.
+  bool stop = false;
+  bool resident = false;
+  int runDepth = 0;
+  CString lastError;
+  CUserInterface* userInterface = nullptr;
+
+  // Language tables.
+  WordTable words;
+  FunctionTable functions;
+  CString currentFunctionName;
+  std::uint32_t currentFunctionPosition = 0;
+
+  // Control flow.
+  ControlStack control;
+
+  // Variables: the scope level is 1 in the main program and one more in every procedure call.
+  VariableStore m_mapVariables;
+  int m_nScopeLevel = 1;
+  CStringArray m_arrTemporaries; // one name per argument of the calls in progress, empty unless a variable
+  RandomSource random;
+
+  // Events and files.
+  EventTable events;
+  FileTable files;
+};
+
+} // namespace brindle

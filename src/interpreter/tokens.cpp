@@ -1,0 +1,73 @@
+// get_token and putback: the pure scan of the text, and what a word means at this moment.
+#include "brindle/interpreter.h"
+#include "interpreter/error_numbers.h"
+#include "interpreter/state.h"
+#include "platform/collections.h"
+
+using namespace brindle;
+
+BASIC_TOKEN_TYPE CBrindle::get_token() {
+  TokenState& state = m_pState->token;
+  state.previousKind = state.kind;
+
+  const std::uint32_t start = SkipBlanks(m_pState->program->Text(), m_pState->position);
+  if (m_pState->keepTokens) {
+    state.token = &m_pState->program->TokenAt(start, m_pState->words);
+  } else {
+    m_pState->scratch = ScanToken(m_pState->program->Text(), start, m_pState->words);
+    state.token = &m_pState->scratch;
+  }
+  state.kind = state.token->kind;
+  state.command = state.token->command;
+  state.keyword = state.token->keyword;
+  m_pState->position = state.token->end;
+
+  if (state.kind == TOKEN_FUNCTION) {
+    state.function = LookupFunction(state.token->text);
+  } else if (state.kind == TOKEN_IDENTIFIER) {
+    // No dotted name is a record's field: there are no records.
+    state.kind = TOKEN_FIELD_UNKNOWN;
+  }
+  return state.kind;
+}
+
+void CBrindle::putback() {
+  m_pState->position = m_pState->token.token->start;
+}
+
+bool CBrindle::AddFunction(CFuncDesc* function) {
+  if (m_pState->functions.Add(function))
+    return true;
+  ReportError(kErrorDuplicateFunction);
+  return false;
+}
+
+CFuncDesc* CBrindle::FindFunction(const CString& lowered) const {
+  if (auto* function = m_ExtFunctionTable.Find<CFuncDesc>(lowered))
+    return function;
+  return m_pState->functions.Find(lowered);
+}
+
+FUNCTION_TYPE CBrindle::LookupFunction(const CString& name, CFuncDesc& out, bool copy) {
+  m_pState->token.descriptor = nullptr;
+  CString lowered = name;
+  lowered.MakeLower();
+  if (lowered.Find(u'.') >= 0) {
+    m_pState->currentFunctionName = name;
+    return FUNCTION_AUTOMATION;
+  }
+  CFuncDesc* function = FindFunction(lowered);
+  if (function == nullptr)
+    return FUNCTION_NONE;
+  m_pState->token.descriptor = function;
+  m_pState->currentFunctionName = function->m_strName;
+  m_pState->currentFunctionPosition = function->m_nPosition;
+  if (copy)
+    out = *function;
+  return function->m_nCode;
+}
+
+FUNCTION_TYPE CBrindle::LookupFunction(const CString& name) {
+  CFuncDesc scratch;
+  return LookupFunction(name, scratch, false);
+}

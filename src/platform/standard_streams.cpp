@@ -1,0 +1,96 @@
+#include "platform/standard_streams.h"
+
+#include "platform/terminal.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+
+#include <poll.h>
+#include <unistd.h>
+
+namespace brindle {
+
+namespace {
+
+constexpr std::size_t kFlushSize = 32 * 1024;
+
+// A reader that went away is no reason to end: what cannot be written is dropped.
+void WriteAll(int descriptor, std::string_view bytes) noexcept {
+  while (!bytes.empty()) {
+    const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
+    if (written < 0 && errno != EINTR)
+      return;
+    if (written > 0)
+      bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+}
+
+// Milliseconds left, rounded up; -1 to wait without limit.
+int WaitTime(std::optional<std::chrono::steady_clock::time_point> deadline) {
+  if (!deadline)
+    return -1;
+  const auto left = std::chrono::ceil<std::chrono::milliseconds>(*deadline - std::chrono::steady_clock::now());
+  return static_cast<int>(std::clamp<std::int64_t>(left.count(), 0, 1'000'000));
+}
+
+} // namespace
+
+void StandardStreams::Write(std::string_view bytes) {
+  m_output += bytes;
+  if (m_output.size() >= kFlushSize || IsTerminal(STDOUT_FILENO))
+    Flush();
+}
+
+void StandardStreams::WriteError(std::string_view bytes) {
+  Flush();
+  WriteAll(STDERR_FILENO, bytes);
+}
+
+void StandardStreams::Flush() noexcept {
+  WriteAll(STDOUT_FILENO, m_output);
+  m_output.clear();
+}
+
+bool StandardStreams::InputIsTerminal() const noexcept {
+  return IsTerminal(STDIN_FILENO);
+}
+
+bool StandardStreams::TakeLine(std::string& line) {
+  const std::size_t end = m_input.find('\n');
+  if (end == std::string::npos && !(m_bEndOfInput && !m_input.empty()))
+    return false;
+  line = m_input.substr(0, end);
+  m_input.erase(0, end == std::string::npos ? end : end + 1);
+  if (!line.empty() && line.back() == '\r')
+    line.pop_back();
+  return true;
+}
+
+StandardStreams::WaitResult
+StandardStreams::ReadLine(std::string& line, std::optional<std::chrono::steady_clock::time_point> deadline) {
+  Flush();
+  while (!TakeLine(line)) {
+    if (m_bEndOfInput)
+      return WaitResult::EndOfInput;
+    pollfd input{STDIN_FILENO, POLLIN, 0};
+    const int ready = ::poll(&input, 1, WaitTime(deadline));
+    if (ready == 0)
+      return WaitResult::TimedOut;
+    if (ready < 0 && errno != EINTR) {
+      m_bEndOfInput = true;
+      continue;
+    }
+    if (ready < 0)
+      continue;
+    std::array<char, 4096> buffer;
+    const ssize_t count = ::read(STDIN_FILENO, buffer.data(), buffer.size());
+    if (count > 0)
+      m_input.append(buffer.data(), static_cast<std::size_t>(count));
+    else if (count == 0 || errno != EINTR)
+      m_bEndOfInput = true;
+  }
+  return WaitResult::Line;
+}
+
+} // namespace brindle

@@ -1,0 +1,40 @@
+// The three standard streams as bytes, with lines of input that can be waited for with a time limit.
+// Room: platform. Used by: the console user interface.
+// May touch: descriptors 0, 1 and 2.
+// Must not: know what the lines mean.
+// Invariant: output is buffered here alone; it is written before input is waited for and before an error text.
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace brindle {
+
+class StandardStreams {
+public:
+  StandardStreams() = default;
+  StandardStreams(const StandardStreams&) = delete;
+  StandardStreams& operator=(const StandardStreams&) = delete;
+  ~StandardStreams() { Flush(); }
+
+  void Write(std::string_view bytes);
+  void WriteError(std::string_view bytes);
+  void Flush() noexcept;
+  [[nodiscard]] bool InputIsTerminal() const noexcept;
+
+  enum class WaitResult { Line, EndOfInput, TimedOut };
+  // A line without its end. Gives up at `deadline`, when there is one.
+  [[nodiscard]] WaitResult ReadLine(std::string& line,
+                                    std::optional<std::chrono::steady_clock::time_point> deadline);
+
+private:
+  [[nodiscard]] bool TakeLine(std::string& line);
+
+  std::string m_output;
+  std::string m_input; // read but not yet given out
+  bool m_bEndOfInput = false;
+};
+
+} // namespace brindle

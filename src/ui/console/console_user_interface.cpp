@@ -1,0 +1,130 @@
+#include "brindle/console_user_interface.h"
+
+#include "platform/standard_streams.h"
+#include "ui/console/timer_queue.h"
+
+#include <chrono>
+#include <string>
+
+using brindle::StandardStreams;
+using brindle::TimerQueue;
+
+struct CConsoleUserInterface::State {
+  ErrorPolicy policy = ErrorPolicy::Automatic;
+  int errors = 0;
+  StandardStreams streams;
+  TimerQueue timers;
+
+  // A line of input, nothing at its end. Timers tick while it waits.
+  std::optional<CString> Ask(const std::string& prompt) {
+    if (!prompt.empty())
+      streams.WriteError(prompt);
+    std::string line;
+    for (;;) {
+      switch (streams.ReadLine(line, timers.NextTick())) {
+      case StandardStreams::WaitResult::Line: return CString::FromUtf8(line);
+      case StandardStreams::WaitResult::EndOfInput: return std::nullopt;
+      case StandardStreams::WaitResult::TimedOut: timers.RunDue(); break;
+      }
+    }
+  }
+};
+
+namespace {
+
+bool IsOneOf(const CString& answer, const char16_t* first, const char16_t* second) {
+  return answer.CompareNoCase(CString(first)) == 0 || answer.CompareNoCase(CString(second)) == 0;
+}
+
+} // namespace
+
+CConsoleUserInterface::CConsoleUserInterface(ErrorPolicy policy) : m_pState(std::make_unique<State>()) {
+  m_pState->policy = policy;
+}
+
+CConsoleUserInterface::~CConsoleUserInterface() = default;
+
+void CConsoleUserInterface::SetErrorPolicy(ErrorPolicy policy) noexcept {
+  m_pState->policy = policy;
+}
+
+int CConsoleUserInterface::GetNumberOfErrors() const noexcept {
+  return m_pState->errors;
+}
+
+void CConsoleUserInterface::ServeUntilEndOfInput() {
+  while (m_pState->Ask(std::string()))
+    ;
+}
+
+void CConsoleUserInterface::ShowMessage(const CString& text) {
+  m_pState->streams.Write(text.ToUtf8());
+}
+
+void CConsoleUserInterface::ShowNotice(const CString& text) {
+  ++m_pState->errors;
+  m_pState->streams.WriteError(text.ToUtf8() + "\n");
+}
+
+CUserInterface::ErrorAnswer CConsoleUserInterface::ShowError(const CString& text) {
+  ++m_pState->errors;
+  m_pState->streams.WriteError(text.ToUtf8() + "\n");
+  switch (m_pState->policy) {
+  case ErrorPolicy::Continue: return ErrorAnswer::Ok;
+  case ErrorPolicy::Abort: return ErrorAnswer::Cancel;
+  case ErrorPolicy::Automatic:
+    if (!m_pState->streams.InputIsTerminal())
+      return ErrorAnswer::Cancel;
+    break;
+  case ErrorPolicy::Ask: break;
+  }
+  const auto answer = m_pState->Ask("[Enter] continues, [c] cancels: ");
+  return !answer || IsOneOf(*answer, u"c", u"cancel") ? ErrorAnswer::Cancel : ErrorAnswer::Ok;
+}
+
+bool CConsoleUserInterface::AskYesNo(const CString& question, const CString& title) {
+  const std::string heading = title.IsEmpty() ? std::string() : title.ToUtf8() + "\n";
+  const auto answer = m_pState->Ask(heading + question.ToUtf8() + " [y/n]: ");
+  return answer && IsOneOf(*answer, u"y", u"yes");
+}
+
+std::optional<CString> CConsoleUserInterface::ChooseFile(const FileRequest& request) {
+  std::string prompt = request.title.ToUtf8();
+  if (prompt.empty())
+    prompt = request.save ? "Save as" : "Open";
+  if (!request.defaultPath.IsEmpty())
+    prompt += " [" + request.defaultPath.ToUtf8() + "]";
+  const auto answer = m_pState->Ask(prompt + ": ");
+  if (!answer || answer->IsEmpty())
+    return std::nullopt;
+  return answer;
+}
+
+int CConsoleUserInterface::ShowPopupMenu(const CStringArray& entries) {
+  std::string menu;
+  for (int i = 0; i < entries.GetSize(); ++i) {
+    const std::string entry = entries[i].ToUtf8();
+    menu += entry == "-" ? "    -\n" : std::to_string(i) + "   " + entry + "\n";
+  }
+  for (;;) {
+    const auto answer = m_pState->Ask(menu + "Choice: ");
+    if (!answer)
+      return -1;
+    const std::string digits = answer->ToUtf8();
+    const bool isNumber = !digits.empty() && digits.size() < 7 && digits.find_first_not_of("0123456789") == std::string::npos;
+    const int index = isNumber ? std::stoi(digits) : -1;
+    if (digits.empty() || digits == "-1")
+      return -1;
+    if (index >= 0 && index < entries.GetSize() && entries[index] != u"-")
+      return index;
+    m_pState->streams.WriteError("No such entry: " + digits + "\n");
+  }
+}
+
+unsigned CConsoleUserInterface::StartTimer(unsigned period, std::function<void()> tick) {
+  return m_pState->timers.Start(period, std::move(tick));
+}
+
+void CConsoleUserInterface::StopTimer(unsigned identifier) {
+  m_pState->timers.Stop(identifier);
+}

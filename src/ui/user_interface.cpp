@@ -1,0 +1,51 @@
+// The interface that shows nothing, and the process-wide choice.
+#include "brindle/user_interface.h"
+
+#include "brindle/console_user_interface.h"
+
+namespace {
+
+CUserInterface* chosen = nullptr;
+
+} // namespace
+
+CUserInterface::~CUserInterface() = default;
+
+void CUserInterface::ShowMessage(const CString&) {}
+
+void CUserInterface::ShowNotice(const CString&) {}
+
+CUserInterface::ErrorAnswer CUserInterface::ShowError(const CString&) {
+  return ErrorAnswer::Cancel;
+}
+
+bool CUserInterface::AskYesNo(const CString&, const CString&) {
+  return false;
+}
+
+std::optional<CString> CUserInterface::ChooseFile(const FileRequest&) {
+  return std::nullopt;
+}
+
+int CUserInterface::ShowPopupMenu(const CStringArray&) {
+  return -1;
+}
+
+void CUserInterface::PlaySoundFile(const CString&) {}
+
+unsigned CUserInterface::StartTimer(unsigned, std::function<void()>) {
+  return 0;
+}
+
+void CUserInterface::StopTimer(unsigned) {}
+
+CUserInterface& CUserInterface::Default() noexcept {
+  if (chosen != nullptr)
+    return *chosen;
+  static CConsoleUserInterface console;
+  return console;
+}
+
+void CUserInterface::SetDefault(CUserInterface* userInterface) noexcept {
+  chosen = userInterface;
+}

@@ -1,0 +1,14 @@
+print format(dms2rad(0.0001), "%.12f")     # expect: 0.000004848137
+print format(dms2rad(0.01), "%.12f")       # expect: 0.000290888209
+print format(dms2rad(0.59), "%.12f")       # expect: 0.017162404311
+print format(dms2rad(1), "%.12f")          # expect: 0.017453292520
+print format(dms2rad(12.3), "%.12f")       # expect: 0.218166156499
+print format(dms2rad(12.30), "%.12f")      # expect: 0.218166156499
+print format(dms2rad(12.3045), "%.12f")    # expect: 0.218384322656
+print format(dms2rad(45.3015), "%.12f")    # expect: 0.794197531710
+print format(dms2rad(90), "%.12f")         # expect: 1.570796326795
+print format(dms2rad(179.5959), "%.12f")   # expect: 3.141587805453
+print format(dms2rad(270.1559), "%.12f")   # expect: 4.717038343587
+print format(dms2rad(359.5959), "%.12f")   # expect: 6.283180459043
+print format(dms2rad(10.006), "%.12f")     # expect: 0.174823813408
+print format(dms2rad(10.60), "%.12f")      # expect: 0.191986217719

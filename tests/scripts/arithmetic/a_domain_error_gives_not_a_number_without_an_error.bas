@@ -1,0 +1,9 @@
+print sqr(-1)     # expect: nan
+print log(-1)     # expect: nan
+print log10(-1)   # expect: nan
+print log2(-1)    # expect: nan
+print asin(2)     # expect: nan
+print acos(-2)    # expect: nan
+print log(0)      # expect: -inf
+print log10(0)    # expect: -inf
+print log2(0)     # expect: -inf

@@ -1,0 +1,9 @@
+print format(cos(0), "%.12f")                   # expect: 1.000000000000
+print format(cos(0.5), "%.12f")                 # expect: 0.877582561890
+print format(cos(1), "%.12f")                   # expect: 0.540302305868
+print format(cos(-1), "%.12f")                  # expect: 0.540302305868
+print format(cos(2), "%.12f")                   # expect: -0.416146836547
+print format(cos(-0.25), "%.12f")               # expect: 0.968912421711
+print format(cos(3.141592653589793), "%.12f")   # expect: -1.000000000000
+print format(cos(100), "%.12f")                 # expect: 0.862318872288
+print format(cos(1e10), "%.12f")                # expect: 0.873119622677

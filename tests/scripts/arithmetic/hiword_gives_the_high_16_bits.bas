@@ -1,0 +1,11 @@
+print hiword(0)              # expect: 0
+print hiword(65535)          # expect: 0
+print hiword(65536)          # expect: 1
+print hiword(65537)          # expect: 1
+print hiword(305419896)      # expect: 4660
+print hiword(4294967295)     # expect: 65535
+print hiword(4294967296)     # expect: 0
+print hiword(8589934591.9)   # expect: 65535
+print hiword(-1)             # expect: 65535
+print hiword(-65536)         # expect: 65535
+print hiword(-65537)         # expect: 65534

@@ -1,0 +1,12 @@
+print loword(0)              # expect: 0
+print loword(1)              # expect: 1
+print loword(65535)          # expect: 65535
+print loword(65536)          # expect: 0
+print loword(65537)          # expect: 1
+print loword(305419896)      # expect: 22136
+print loword(4294967295)     # expect: 65535
+print loword(4294967296)     # expect: 0
+print loword(4294967297.9)   # expect: 1
+print loword(-1)             # expect: 65535
+print loword(-65536)         # expect: 0
+print loword(-2.9)           # expect: 65534

@@ -1,0 +1,16 @@
+r = pointoffset(0, 0, 10, 0, 5, 0, 2)
+print r[0]; " "; r[1]   # expect: 5.000000 2.000000
+r = pointoffset(0, 0, 0, 10, 0, 5, 2)
+print r[0]; " "; r[1]   # expect: -2.000000 5.000000
+r = pointoffset(0, 0, 3, 4, 0, 0, 5)
+print r[0]; " "; r[1]   # expect: -4.000000 3.000000
+r = pointoffset(1, 2, 4, 6, 10, 20, -5)
+print r[0]; " "; r[1]   # expect: 14.000000 17.000000
+r = pointoffset(0, 0, -1, -1, 1, 1, 1.5)
+print r[0]; " "; r[1]   # expect: 2.060660 -0.060660
+r = pointoffset(100.25, 200.5, 340.75, 80.125, 12.5, -7.25, 33.3)
+print r[0]; " "; r[1]   # expect: 27.404593 22.528232
+r = pointoffset(0, 0, 1, 0, 0, 0, 0)
+print r[0]; " "; r[1]   # expect: 0.000000 0.000000
+r = pointoffset(5, 5, 5, 4, 0, 0, 1)
+print r[0]; " "; r[1]   # expect: 1.000000 0.000000

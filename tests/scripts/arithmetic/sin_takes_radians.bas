@@ -1,0 +1,9 @@
+print format(sin(0), "%.12f")                   # expect: 0.000000000000
+print format(sin(0.5), "%.12f")                 # expect: 0.479425538604
+print format(sin(1), "%.12f")                   # expect: 0.841470984808
+print format(sin(-1), "%.12f")                  # expect: -0.841470984808
+print format(sin(2), "%.12f")                   # expect: 0.909297426826
+print format(sin(-0.25), "%.12f")               # expect: -0.247403959255
+print format(sin(3.141592653589793), "%.12f")   # expect: 0.000000000000
+print format(sin(100), "%.12f")                 # expect: -0.506365641110
+print format(sin(1e10), "%.12f")                # expect: -0.487506025088

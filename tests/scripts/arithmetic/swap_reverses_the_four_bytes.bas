@@ -1,0 +1,10 @@
+print swap(0)            # expect: 0
+print swap(1)            # expect: 16777216
+print swap(287454020)    # expect: 1144201745
+print swap(1144201745)   # expect: 287454020
+print swap(255)          # expect: -16777216
+print swap(128)          # expect: -2147483648
+print swap(4294967295)   # expect: -1
+print swap(-2)           # expect: -16777217
+print swap(65535.9)      # expect: -65536
+print swap(127)          # expect: 2130706432

@@ -1,0 +1,3 @@
+run "sub/child.bas"
+# expect: child
+# expect: beside the child

@@ -1,0 +1,3 @@
+print "child"
+next
+print "never"

@@ -1,0 +1,3 @@
+# answer: cancel
+library "missing.bas"  # expect error 1: Syntax error
+print "never"

@@ -1,0 +1,3 @@
+print "one"
+run "two.bas"
+print "one again"

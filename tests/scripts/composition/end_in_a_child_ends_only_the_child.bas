@@ -1,0 +1,3 @@
+run "child.bas"
+# expect: child
+print "on"          # expect: on

@@ -1,0 +1,3 @@
+print "child"
+end
+print "never"

@@ -1,0 +1,1 @@
+next # in the part

@@ -1,0 +1,3 @@
+function answer()
+  answer = 42
+endfunction

@@ -1,0 +1,3 @@
+print "outer"
+include "inner.bas"
+print "outer again"

@@ -1,0 +1,4 @@
+print "main"        # expect: main
+# expect: part
+# expect: part
+include "part.bas"

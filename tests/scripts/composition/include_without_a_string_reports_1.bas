@@ -1,0 +1,3 @@
+include             # expect error 1: Syntax error
+include "part.bas"
+print "main"        # expect: main

@@ -1,0 +1,4 @@
+include "part.bas"
+# expect: part
+print "main"        # expect: main
+end

@@ -1,0 +1,2 @@
+print "part"
+include "part.bas" # itself

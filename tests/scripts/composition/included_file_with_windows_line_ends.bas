@@ -1,0 +1,5 @@
+include "part.bas"
+# expect: a
+# expect: b
+print "main"        # expect: main
+end

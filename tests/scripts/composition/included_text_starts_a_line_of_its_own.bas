@@ -1,0 +1,4 @@
+include "part.bas" print "never"
+# expect: part
+print "main"        # expect: main
+end

@@ -1,0 +1,4 @@
+library "lib.bas"
+goto place
+print "skipped"
+# expect: library

@@ -1,0 +1,3 @@
+print "skipped"
+place:
+print "library"

@@ -1,0 +1,4 @@
+library "one.bas"
+print "main"        # expect: main
+# expect: one
+# expect: two

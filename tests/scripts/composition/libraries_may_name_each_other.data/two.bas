@@ -1,0 +1,2 @@
+library "one.bas"
+print "two"

@@ -1,0 +1,3 @@
+function known()
+  known = 1
+endfunction

@@ -1,0 +1,2 @@
+print "main" library "lib.bas"
+# expect: main

@@ -1,0 +1,2 @@
+library "two.bas"
+print "one"

@@ -1,0 +1,6 @@
+print "a
+library b
+"
+# expect: a
+# expect: library b
+# expect:

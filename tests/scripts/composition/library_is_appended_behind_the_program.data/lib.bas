@@ -1,0 +1,3 @@
+function twice(n)
+  twice = n * 2
+endfunction

@@ -1,0 +1,4 @@
+library "lib.bas"
+library "lib.bas"
+print "main"        # expect: main
+# expect: library

@@ -1,0 +1,3 @@
+library "lib.bas"
+print "main"        # expect: main
+# expect: library

@@ -1,0 +1,3 @@
+library lib         # expect error 1: Syntax error
+library "lib.bas"
+print "main"        # expect: main

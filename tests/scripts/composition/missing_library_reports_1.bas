@@ -1,0 +1,4 @@
+library "missing.bas"  # expect error 1: Syntax error
+library "lib.bas"
+print "main"        # expect: main
+# expect: library

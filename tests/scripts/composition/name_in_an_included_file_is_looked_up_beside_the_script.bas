@@ -1,0 +1,4 @@
+library "sub/one.bas"
+print "main"        # expect: main
+# expect: one
+# expect: beside the script

@@ -1,0 +1,3 @@
+library "SUB\LIB.BAS"
+print "main"        # expect: main
+# expect: library

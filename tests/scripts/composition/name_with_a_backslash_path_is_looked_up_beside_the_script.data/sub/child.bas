@@ -1,0 +1,2 @@
+library "lib.bas"
+print "child"

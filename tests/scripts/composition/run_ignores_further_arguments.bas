@@ -1,0 +1,2 @@
+run "child.bas", "one", 2
+# expect: child

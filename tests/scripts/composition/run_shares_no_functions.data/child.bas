@@ -1,0 +1,1 @@
+x = known() # in the child

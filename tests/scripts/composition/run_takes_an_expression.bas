@@ -1,0 +1,3 @@
+name = "child"
+run name + ".bas"
+# expect: child

@@ -1,0 +1,4 @@
+print "before"      # expect: before
+run "child.bas"
+# expect: child
+print "after"       # expect: after

@@ -1,0 +1,2 @@
+runexe "./tool.sh" : print "on"
+# expect: on

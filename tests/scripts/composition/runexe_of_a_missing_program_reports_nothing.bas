@@ -1,0 +1,2 @@
+runexe "./missing.sh"
+print "on"          # expect: on

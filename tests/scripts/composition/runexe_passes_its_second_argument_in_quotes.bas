@@ -1,0 +1,7 @@
+runexe "./tool.sh", "two words"
+do while ubound("made") < 1
+  made = findfiles("made.txt", 0)
+loop
+open "made.txt" for input as 1 text
+print readline(1)   # expect: 1 parameters
+print readline(1)   # expect: "two words"

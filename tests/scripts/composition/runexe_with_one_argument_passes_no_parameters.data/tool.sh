@@ -1,0 +1,3 @@
+#!/bin/sh
+echo "$# parameters" > making.txt
+mv making.txt made.txt

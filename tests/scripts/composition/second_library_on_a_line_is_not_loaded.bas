@@ -1,0 +1,3 @@
+library "one.bas" : library "two.bas"
+print "main"        # expect: main
+# expect: one

@@ -1,0 +1,3 @@
+# answer: C
+next                # expect error 55: Illegal NEXT statement.
+print "never"

@@ -1,0 +1,3 @@
+# answer: CANCEL
+next                # expect error 55: Illegal NEXT statement.
+print "never"

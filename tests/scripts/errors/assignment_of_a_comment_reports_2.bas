@@ -1,0 +1,2 @@
+x =                 # expect error 2: Unbalanced parens
+print "on"          # expect: on

@@ -1,0 +1,3 @@
+x =
+print "on"          # expect: on
+# expect error 0: Error loading resource string.

@@ -1,0 +1,3 @@
+# answer: cancel
+x = )               # expect error 0: Error loading resource string.
+print "never"

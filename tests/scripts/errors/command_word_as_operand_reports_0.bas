@@ -1,0 +1,2 @@
+x = print "a"       # expect error 0: Error loading resource string.
+# expect: a

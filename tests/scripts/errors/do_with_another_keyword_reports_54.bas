@@ -1,0 +1,2 @@
+do output           # expect error 54: "While" keyword is missing.
+print "on"          # expect: on

@@ -1,0 +1,4 @@
+n = 3
+do until n = 3      # expect error 1: Syntax error
+# expect error 54: "While" keyword is missing.
+print "on"          # expect: on

@@ -1,0 +1,4 @@
+if 1 = 2 then
+  next
+endif
+print "on"          # expect: on

@@ -1,0 +1,1 @@
+next                # expect error 55: Illegal NEXT statement.

@@ -1,0 +1,2 @@
+for to              # expect error 4: Expected: =
+print "on"          # expect: on

@@ -1,0 +1,2 @@
+for 5               # expect error 4: Expected: =
+print "on"          # expect: on

@@ -1,0 +1,2 @@
+goto nowhere        # expect error 7: Duplicate label
+print "on"          # expect: on

@@ -1,0 +1,3 @@
+goto
+print "on"          # expect: on
+# expect error 7: Duplicate label

@@ -1,0 +1,2 @@
+goto                # expect error 7: Duplicate label
+print "on"          # expect: on

@@ -1,0 +1,2 @@
+x = len("a" "b")    # expect error 22: Incorrect function call
+print "on"          # expect: on

@@ -1,0 +1,3 @@
+# options: --ui=console --on-error=continue
+next                # expect error 55: Illegal NEXT statement.
+print "on"          # expect: on

@@ -1,0 +1,2 @@
+5                   # expect error 18: Unexpected operator
+# exit: 1

@@ -1,0 +1,5 @@
+next                # expect error 55: Illegal NEXT statement.
+print "a"           # expect: a
+# answer: cancel
+next                # expect error 55: Illegal NEXT statement.
+print "never"

@@ -1,0 +1,2 @@
+x = "5" / 2         # expect error 14: Incorrect location of the RETURN statement
+print "on"          # expect: on

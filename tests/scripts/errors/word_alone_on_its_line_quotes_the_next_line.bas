@@ -1,0 +1,3 @@
+wait
+print "on"          # expect: on
+# expect error 3: No expression present

@@ -1,0 +1,2 @@
+x = ()              # expect error 0: Error loading resource string.
+print "on"          # expect: on

@@ -1,0 +1,1 @@
+x = 1 = 1           # expect error 18: Unexpected operator

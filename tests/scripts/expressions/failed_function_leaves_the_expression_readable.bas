@@ -1,0 +1,2 @@
+x = left("abc")     # expect error 24: Incorrect number of function parameters
+print "on"          # expect: on

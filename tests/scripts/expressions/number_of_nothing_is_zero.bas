@@ -1,0 +1,1 @@
+print 1 + Nothing   # expect: 1.000000

@@ -1,0 +1,1 @@
+print +"5"          # expect: 5

@@ -1,0 +1,2 @@
+print 7 % 0         # expect: nan
+print isnan(7 % 0)  # expect: 1

@@ -1,0 +1,3 @@
+print ("ab" + "cd")  # expect: abcd
+s = "ab"
+print s + "cd" + "ef"  # expect: abcdef

@@ -1,0 +1,4 @@
+if nope = 1 then    # expect error 0: Error loading resource string.
+# expect error 9: Expected: THEN
+# expect error 18: Unexpected operator
+endif

@@ -1,0 +1,2 @@
+x = (nope)          # expect error 1: Syntax error
+print "on"          # expect: on

@@ -1,0 +1,2 @@
+r = findfiles("*.dat", 0)
+print r   # expect: only.dat

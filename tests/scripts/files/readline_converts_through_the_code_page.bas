@@ -1,0 +1,3 @@
+open "data" as 1 text
+print "["; readline(1); "]"   # expect: [äöü € 😀]
+print "["; readline(1); "]"   # expect: [plain]

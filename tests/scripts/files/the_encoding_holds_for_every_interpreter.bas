@@ -1,0 +1,12 @@
+run "child.bas"
+open "out" for output as 1 text
+n = writeline(1, "b")
+close 1
+open "out" as 9
+r = read(9, filesize(9), 1)
+close 9
+s = str(r[0])
+for i = 1 to ubound("r") - 1
+  s = s + " " + str(r[i])
+next
+print s   # expect: 255 254 98 0

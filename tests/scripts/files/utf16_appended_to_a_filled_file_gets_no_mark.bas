@@ -1,0 +1,11 @@
+open "data" for append as 1 text
+n = writeline(1, "b", "UTF16")
+close 1
+open "data" as 9
+r = read(9, filesize(9), 1)
+close 9
+s = str(r[0])
+for i = 1 to ubound("r") - 1
+  s = s + " " + str(r[i])
+next
+print s   # expect: 97 98 0

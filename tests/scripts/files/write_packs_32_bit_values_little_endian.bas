@@ -1,0 +1,15 @@
+dim b[3]
+b[0] = 67305985
+b[1] = -2.9
+b[2] = int(-2147483648)
+open "out" for output as 1
+print int(write(1, b, 4))   # expect: 3
+close 1
+open "out" as 9
+r = read(9, filesize(9), 1)
+close 9
+s = str(r[0])
+for i = 1 to ubound("r") - 1
+  s = s + " " + str(r[i])
+next
+print s                     # expect: 1 2 3 4 254 255 255 255 0 0 0 128

@@ -1,0 +1,1 @@
+﻿print "a"           # expect error 18: Unexpected operator

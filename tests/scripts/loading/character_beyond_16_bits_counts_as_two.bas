@@ -1,0 +1,2 @@
+print len("😀")     # expect: 2
+print "😀"          # expect: 😀

@@ -1,0 +1,5 @@
+rem : function other()
+: rem function other()
+# : function other()
+x = other()         # expect error 21: Undefined function name
+end

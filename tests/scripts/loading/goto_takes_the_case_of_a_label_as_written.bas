@@ -1,0 +1,4 @@
+goto PLACE          # expect error 7: Duplicate label
+end
+place:
+print "skipped"

@@ -1,0 +1,2 @@
+goto middle
+print "skipped" middle: print "on"  # expect: on

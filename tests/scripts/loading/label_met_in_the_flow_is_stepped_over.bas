@@ -1,0 +1,4 @@
+print "a"           # expect: a
+here:
+print "b"           # expect: b
+there: print "c"    # expect: c

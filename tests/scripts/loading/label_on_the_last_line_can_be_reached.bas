@@ -1,0 +1,4 @@
+print "on"          # expect: on
+goto last
+print "skipped"
+last:

@@ -1,0 +1,6 @@
+goto Place
+place:
+print "lower"
+end
+Place:
+print "upper"       # expect: upper

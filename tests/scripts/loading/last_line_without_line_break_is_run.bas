@@ -1,0 +1,2 @@
+# expect: a
+print "a"

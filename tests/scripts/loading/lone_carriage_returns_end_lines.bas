@@ -1,0 +1,1 @@
+print "a"print "b"# print "c"print "d"

@@ -1,0 +1,5 @@
+x = "function"
+y = "function"
+x = "sub"
+y = "sub"
+print "on"          # expect: on

@@ -1,0 +1,1 @@
+print "grün, 5 °, €, 漢字"  # expect: grün, 5 °, €, 漢字

@@ -1,0 +1,3 @@
+print "a"           # expect: a
+next                # expect error 55: Illegal NEXT statement.
+print "b"           # expect: b

@@ -1,0 +1,3 @@
+goto a              # expect error 7: Duplicate label
+end
+a :

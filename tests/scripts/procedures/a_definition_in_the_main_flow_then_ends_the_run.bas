@@ -1,0 +1,4 @@
+function f()
+  f = 1
+endfunction
+print "not reached"

@@ -1,0 +1,5 @@
+print f()   # expect: 1.000000
+end
+function f()
+  f = 1
+endfunction

@@ -1,0 +1,5 @@
+call greet("you")   # expect: hello you
+end
+sub greet(who)
+  print "hello "; who
+endsub

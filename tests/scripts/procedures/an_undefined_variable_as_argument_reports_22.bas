@@ -1,0 +1,2 @@
+x = abs(nope)   # expect error 22: Incorrect function call
+print "on"      # expect: on

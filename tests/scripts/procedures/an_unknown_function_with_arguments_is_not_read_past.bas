@@ -1,0 +1,3 @@
+print "before"
+x = nope(1)
+print "not reached"

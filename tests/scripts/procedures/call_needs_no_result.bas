@@ -1,0 +1,6 @@
+call quiet()
+print "on"   # expect: on
+end
+function quiet()
+  x = 1
+endfunction

@@ -1,0 +1,6 @@
+goto main
+function early()
+  early = "early"
+endfunction
+main:
+print early()   # expect: early

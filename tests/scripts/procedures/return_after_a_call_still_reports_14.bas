@@ -1,0 +1,6 @@
+call idle()
+return       # expect error 14: Incorrect location of the RETURN statement
+print "on"   # expect: on
+end
+sub idle()
+endsub

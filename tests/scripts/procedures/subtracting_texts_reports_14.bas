@@ -1,0 +1,3 @@
+x = "a" - "b"   # expect error 14: Incorrect location of the RETURN statement
+x = "a" * "b"   # expect error 14: Incorrect location of the RETURN statement
+print "on"      # expect: on

@@ -1,0 +1,5 @@
+print pick(1, 2)   # expect: 2.000000
+end
+function pick(a, A)
+  pick = a
+endfunction

@@ -1,0 +1,5 @@
+print
+# expect:
+print # a comment
+# expect:
+print "a"           # expect: a

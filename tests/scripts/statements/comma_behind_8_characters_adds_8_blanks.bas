@@ -1,0 +1,2 @@
+print "abcdefgh", "x"  # expect: abcdefgh        x
+print "", "x"       # expect:         x

@@ -1,0 +1,2 @@
+print "abc";
+print "d", "e"      # expect: abcd       e

@@ -1,0 +1,3 @@
+dim a[3] print ubound("a")  # expect: 3
+global B[4] print ubound("B")  # expect: 4
+dim c if 1 = 1 then print "c" endif  # expect: c

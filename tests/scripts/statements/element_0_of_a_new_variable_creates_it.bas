@@ -1,0 +1,2 @@
+x[0] = 5
+print x             # expect: 5.000000

@@ -1,0 +1,5 @@
+print "a"           # expect: a
+else
+print "skipped"
+endif
+print "on"          # expect: on

@@ -1,0 +1,6 @@
+if 1 = 2 then
+  print "a"
+else
+  print "b"         # expect: b
+endif
+print "on"          # expect: on

@@ -1,0 +1,2 @@
+print "a", , "b"    # expect: a               b
+# expect error 0: Error loading resource string.

@@ -1,0 +1,3 @@
+print "a"           # expect: a
+end
+print "b"

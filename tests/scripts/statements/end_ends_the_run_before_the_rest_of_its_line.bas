@@ -1,0 +1,2 @@
+print "a" : end : print "b"
+# expect: a

@@ -1,0 +1,2 @@
+open "missing.txt" for input as 1 text print "skipped"  # expect error 47: File does not exist
+print "on"          # expect: on

@@ -1,0 +1,8 @@
+goto main
+sub work()
+  len("abc") print "skipped"  # expect error 18: Unexpected operator
+  print "body"      # expect: body
+endsub
+main:
+call work()
+print "on"          # expect: on

@@ -1,0 +1,4 @@
+if 1 = 1 then
+  print "a"         # expect: a
+endif
+print "on"          # expect: on

@@ -1,0 +1,4 @@
+if 1 = 2 then
+  print "a"
+endif
+print "on"          # expect: on

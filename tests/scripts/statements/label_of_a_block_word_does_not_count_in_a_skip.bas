@@ -1,0 +1,5 @@
+if 1 = 2 then
+endif:
+  print "skipped"
+endif
+print "on"          # expect: on

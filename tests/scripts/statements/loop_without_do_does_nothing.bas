@@ -1,0 +1,3 @@
+print "a"           # expect: a
+loop
+print "b"           # expect: b

@@ -1,0 +1,2 @@
+playsound "missing.wav"
+print "on"          # expect: on

@@ -1,0 +1,3 @@
+print "a" : print "b"
+# expect: a
+# expect: b

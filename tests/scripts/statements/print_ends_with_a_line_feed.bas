@@ -1,0 +1,2 @@
+print "a"           # expect: a
+print "b"           # expect: b

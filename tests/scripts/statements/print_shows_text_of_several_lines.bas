@@ -1,0 +1,5 @@
+s = "a
+b"
+print s; "c"
+# expect: a
+# expect: bc

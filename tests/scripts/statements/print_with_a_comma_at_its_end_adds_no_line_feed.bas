@@ -1,0 +1,2 @@
+print "a",
+print "b"           # expect: a       b

@@ -1,0 +1,3 @@
+run "child.bas" : print "parent"
+# expect: child
+# expect: parent

@@ -1,0 +1,3 @@
+if 1 = 1 then run "child.bas" endif print "parent"
+# expect: child
+# expect: parent

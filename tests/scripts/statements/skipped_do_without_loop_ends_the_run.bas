@@ -1,0 +1,3 @@
+print "a"           # expect: a
+do while 1 = 2
+print "skipped"

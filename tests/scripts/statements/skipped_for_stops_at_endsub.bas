@@ -1,0 +1,4 @@
+for i = 2 to 1
+  print "skipped"
+endsub
+print "on"          # expect: on

@@ -1,0 +1,3 @@
+print "a"           # expect: a
+for i = 2 to 1
+print "skipped"

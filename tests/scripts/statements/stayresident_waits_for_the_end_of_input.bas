@@ -1,0 +1,2 @@
+stayresident
+print "on"          # expect: on

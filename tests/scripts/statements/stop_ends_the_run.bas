@@ -1,0 +1,3 @@
+print "a"           # expect: a
+stop
+print "b"

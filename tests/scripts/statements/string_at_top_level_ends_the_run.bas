@@ -1,0 +1,3 @@
+print "a"           # expect: a
+"text"              # expect error 18: Unexpected operator
+print "never"

@@ -1,0 +1,2 @@
+while 1 = 2         # expect error 18: Unexpected operator
+loop

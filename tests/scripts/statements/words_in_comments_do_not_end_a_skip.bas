@@ -1,0 +1,9 @@
+if 1 = 2 then
+  # endif
+  rem endif
+  rem else
+  # if
+  rem if
+  print "skipped"
+endif
+print "on"          # expect: on

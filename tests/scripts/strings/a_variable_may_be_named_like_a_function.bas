@@ -1,0 +1,2 @@
+left = "abc"
+print left(left, 2)   # expect: ab

@@ -1,0 +1,9 @@
+print instr("abc", "z")       # expect: -1
+print instr("abc", "a")       # expect: 0
+print instr("abcabc", "c")    # expect: 2
+print instr("abcabc", "ca")   # expect: 2
+print instr("abc", "abc")     # expect: 0
+print instr("abc", "abcd")    # expect: -1
+print instr("abc", "B")       # expect: -1
+print instr("", "a")          # expect: -1
+print instr("äöü", "ü")       # expect: 2

@@ -1,0 +1,2 @@
+print instr("abc", "")   # expect: 0
+print instr("", "")      # expect: 0

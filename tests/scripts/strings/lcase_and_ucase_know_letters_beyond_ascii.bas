@@ -1,0 +1,2 @@
+print ucase("äöüé")   # expect: ÄÖÜÉ
+print lcase("ÄÖÜÉ")   # expect: äöüé

@@ -1,0 +1,2 @@
+x = lcase()   # expect error 24: Incorrect number of function parameters
+print "on"    # expect: on

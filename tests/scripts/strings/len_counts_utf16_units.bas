@@ -1,0 +1,2 @@
+print len("😀")     # expect: 2
+print len("a😀b")   # expect: 4

@@ -1,0 +1,1 @@
+print repeat("ab", 2, "extra", 5)   # expect: abab

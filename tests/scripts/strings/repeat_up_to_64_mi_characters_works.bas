@@ -1,0 +1,1 @@
+print len(repeat("abcdefgh", 8388608))   # expect: 67108864

@@ -1,0 +1,1 @@
+print replace("abc", "", "x")   # expect: abc

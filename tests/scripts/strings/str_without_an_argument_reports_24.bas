@@ -1,0 +1,2 @@
+x = str()    # expect error 24: Incorrect number of function parameters
+print "on"   # expect: on

@@ -1,0 +1,3 @@
+if YEAR() = Year() then
+  print "same"   # expect: same
+endif

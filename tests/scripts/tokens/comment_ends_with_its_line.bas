@@ -1,0 +1,4 @@
+# print "a"
+print "b"           # expect: b
+print "c" # print "d"
+# expect: c

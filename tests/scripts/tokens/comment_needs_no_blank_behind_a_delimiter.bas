@@ -1,0 +1,2 @@
+x = (2)# a comment
+print x             # expect: 2.000000

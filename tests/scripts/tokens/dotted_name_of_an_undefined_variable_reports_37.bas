@@ -1,0 +1,3 @@
+print a.b           # expect:
+# expect error 37: Undefined variable
+print "on"          # expect: on

@@ -1,0 +1,2 @@
+a.b = 5             # expect error 37: Undefined variable
+print "on"          # expect: on

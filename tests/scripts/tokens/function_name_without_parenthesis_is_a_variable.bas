@@ -1,0 +1,2 @@
+left = 5
+print left + 1      # expect: 6.000000

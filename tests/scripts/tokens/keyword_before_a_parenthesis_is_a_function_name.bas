@@ -1,0 +1,2 @@
+x = text()          # expect error 21: Undefined function name
+print "on"          # expect: on

@@ -1,0 +1,1 @@
+print "a;b,c'd(e)[f]:g#h"  # expect: a;b,c'd(e)[f]:g#h

@@ -1,0 +1,1 @@
+print "a\n\"        # expect: a\n\

@@ -1,0 +1,2 @@
+print ""            # expect:
+print len("")       # expect: 0

@@ -1,0 +1,5 @@
+print "first
+
+third"              # expect: first
+# expect:
+# expect: third

@@ -1,0 +1,2 @@
+x = "a""b"          # expect error 18: Unexpected operator
+print "never"

@@ -1,0 +1,2 @@
+call _              # expect error 1: Syntax error
+# expect error 18: Unexpected operator

@@ -1,0 +1,2 @@
+goto _              # expect error 7: Duplicate label
+# expect error 18: Unexpected operator

@@ -1,0 +1,5 @@
+if 1 = 2 then
+  _ . \ `
+  print "skipped"
+endif
+print "on"          # expect: on

@@ -1,0 +1,4 @@
+for i = 2 to 1
+  _ . \ `
+next
+print "on"          # expect: on

@@ -1,0 +1,2 @@
+x = _               # expect error 2: Unbalanced parens
+# expect error 18: Unexpected operator

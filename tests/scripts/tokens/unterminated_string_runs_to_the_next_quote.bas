@@ -1,0 +1,5 @@
+# expect: a
+# expect: -
+print "a
+-"b = 5
+print b             # expect: 5.000000

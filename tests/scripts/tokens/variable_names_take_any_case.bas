@@ -1,0 +1,2 @@
+Total = 5
+print tOTAL         # expect: 5.000000

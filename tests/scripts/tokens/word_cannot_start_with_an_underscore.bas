@@ -1,0 +1,1 @@
+_a = 5              # expect error 18: Unexpected operator

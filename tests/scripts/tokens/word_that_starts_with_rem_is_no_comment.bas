@@ -1,0 +1,2 @@
+remark = 5
+print remark        # expect: 5.000000

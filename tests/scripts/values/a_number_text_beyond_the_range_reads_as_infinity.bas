@@ -1,0 +1,3 @@
+print val("1e400")    # expect: inf
+print val("-1e400")   # expect: -inf
+print val("1e-400")   # expect: 0.000000

@@ -1,0 +1,3 @@
+x = "grad ° – €"
+print x        # expect: grad ° – €
+print len(x)   # expect: 10

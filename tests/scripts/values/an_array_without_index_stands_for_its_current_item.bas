@@ -1,0 +1,8 @@
+dim a[3]
+a[0] = "first"
+a[1] = "second"
+a[2] = "third"
+x = a[1]
+print a   # expect: second
+x = a[0]
+print a   # expect: first

@@ -1,0 +1,9 @@
+print val("0x10")       # expect: 0.000000
+print val("0X1F")       # expect: 0.000000
+print val("inf")        # expect: 0.000000
+print val("-inf")       # expect: 0.000000
+print val("INF")        # expect: 0.000000
+print val("infinity")   # expect: 0.000000
+print val("nan")        # expect: 0.000000
+print val("NaN")        # expect: 0.000000
+print val("nan(1)")     # expect: 0.000000

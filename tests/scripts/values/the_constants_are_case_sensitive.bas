@@ -1,0 +1,3 @@
+print "["; true; "]"      # expect: []
+print "["; FALSE; "]"     # expect: []
+print "["; nothing; "]"   # expect: []

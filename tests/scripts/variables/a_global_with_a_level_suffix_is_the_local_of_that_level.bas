@@ -1,0 +1,3 @@
+global q__#1
+q__#1 = 5
+print q   # expect: 5.000000

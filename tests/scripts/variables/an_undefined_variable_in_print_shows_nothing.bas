@@ -1,0 +1,2 @@
+print "["; nope; "]"   # expect: []
+print nope; 5          # expect: 5.000000

@@ -1,0 +1,2 @@
+x = nope            # expect error 3: No expression present
+print "["; x; "]"   # expect: []

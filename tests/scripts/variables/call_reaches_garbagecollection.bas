@@ -1,0 +1,7 @@
+x = work()
+call garbagecollection()
+print "["; work__#2; "]"   # expect: []
+end
+function work()
+  work = 1
+endfunction

@@ -1,0 +1,2 @@
+dim a[3] +   # expect error 1: Syntax error
+print "on"   # expect: on

@@ -1,0 +1,2 @@
+dim a as title   # expect error 1: Syntax error
+print "on"       # expect: on

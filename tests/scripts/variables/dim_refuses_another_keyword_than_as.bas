@@ -1,0 +1,2 @@
+dim a title   # expect error 1: Syntax error
+print "on"    # expect: on

@@ -1,0 +1,2 @@
+dim a as unicode   # expect error 1: Syntax error
+print "on"         # expect: on

@@ -1,0 +1,3 @@
+dim
+dim          # counter
+print "on"   # expect: on

@@ -1,0 +1,2 @@
+s = getvarstats()
+print s[0]   # expect: 0

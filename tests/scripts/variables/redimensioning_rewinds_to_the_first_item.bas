@@ -1,0 +1,6 @@
+dim a[3]
+a[0] = "first"
+a[2] = "third"
+print a   # expect: third
+dim a[4]
+print a   # expect: first

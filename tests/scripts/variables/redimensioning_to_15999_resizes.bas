@@ -1,0 +1,3 @@
+dim a[3]
+dim a[15999]
+print ubound("a")   # expect: 15999

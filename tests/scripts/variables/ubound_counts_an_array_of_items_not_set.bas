@@ -1,0 +1,2 @@
+dim a[2]
+print ubound("a")   # expect: 2

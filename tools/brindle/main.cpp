@@ -1,0 +1,68 @@
+// The command-line runner: runs one script file on the console.
+#include <brindle/brindle.h>
+
+#include "platform/code_page.h"
+
+#include <CLI/CLI.hpp>
+
+#include <iostream>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace {
+
+enum ExitStatus { kRan = 0, kFailed = 1, kUsage = 2 };
+
+struct Options {
+  std::vector<std::string> scripts;
+  std::string userInterface = "auto";
+  CConsoleUserInterface::ErrorPolicy errorPolicy = CConsoleUserInterface::ErrorPolicy::Automatic;
+  std::string codePage = "UTF-8";
+};
+
+int Run(const Options& options) {
+  CConsoleUserInterface console(options.errorPolicy);
+  CUserInterface::SetDefault(&console);
+  bool loaded = false;
+  {
+    CBrindle interpreter;
+    loaded = interpreter.ExecuteProgram(CString::FromUtf8(options.scripts.front()));
+    if (loaded && interpreter.IsResident())
+      console.ServeUntilEndOfInput();
+  }
+  CUserInterface::SetDefault(nullptr);
+  return loaded && console.GetNumberOfErrors() == 0 ? kRan : kFailed;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+  using Policy = CConsoleUserInterface::ErrorPolicy;
+  const std::map<std::string, Policy> policies = {
+      {"ask", Policy::Ask}, {"continue", Policy::Continue}, {"abort", Policy::Abort}};
+
+  Options options;
+  CLI::App app("Runs a Brindle script.", "brindle");
+  app.set_version_flag("--version", std::string("brindle ") + BRINDLE_VERSION);
+  app.add_option("--ui", options.userInterface, "Where message boxes and dialogs go: auto, window or console")
+      ->check(CLI::IsMember({"auto", "window", "console"}));
+  app.add_option("--on-error", options.errorPolicy,
+                 "How an error box is answered: ask (the default on a terminal), continue, or abort (otherwise)")
+      ->transform(CLI::CheckedTransformer(policies));
+  app.add_option("--codepage", options.codePage, "The code page of scripts and text files, UTF-8 by default");
+  app.add_option("SCRIPT", options.scripts, "The script file")->required();
+
+  try {
+    app.parse(argc, argv);
+    if (options.scripts.size() > 1)
+      throw CLI::ValidationError("SCRIPT", "one script at a time");
+    if (!brindle::CodePage::SetAnsi(options.codePage))
+      throw CLI::ValidationError("--codepage", "unknown code page " + options.codePage);
+    if (options.userInterface == "window")
+      throw CLI::ValidationError("--ui", "this build shows no windows");
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? kRan : kUsage;
+  }
+  return Run(options);
+}

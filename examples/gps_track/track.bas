@@ -45,9 +45,9 @@ NoFixCount = 0
 
 # The way so far.
 global FirstLat, FirstLon, FirstTime, LastLat, LastLon, LastTime
-global TotalDistance, MovingTime
+global TotalDistance, TrackTime
 TotalDistance = 0
-MovingTime = 0
+TrackTime = 0
 
 # Marks on the way; a negative count or speed stands for "none seen".
 global HeightCount, LowestHeight, HighestHeight
@@ -68,11 +68,12 @@ Source = FindSource(LogName)
 
 open LogName for input as 1 text
 open ReportName for output as 2 text
-call Report("Track of " + LogName)
+headline = "Track of " + LogName
+call Report(headline)
 call Report("")
 call Report("   fix      time     latitude    longitude    height     leg m  bearing")
 do while iseof(1) = False
-  call ReadLine(readline(1))
+  call TakeLine(readline(1))
 loop
 close 1
 
@@ -80,7 +81,7 @@ summary = Summary()
 call Report("")
 x = writeline(2, summary)
 close 2
-print summary;
+print headline + LineFeed + summary + Item("Report", ReportName);
 end
 
 
@@ -132,7 +133,7 @@ endfunction
 
 # ---- Lines and sentences ----
 
-sub ReadLine(record)
+sub TakeLine(record)
   LineCount = LineCount + 1
   first = left(record, 1)
   if first = "$" then
@@ -426,7 +427,7 @@ sub ReadFix(clock, lat, lon, height)
       bearingText = format(Bearing(LastLat, LastLon, lat, lon), "%.1f")
     endif
     TotalDistance = TotalDistance + leg
-    MovingTime = MovingTime + SecondsBetween(LastTime, time)
+    TrackTime = TrackTime + SecondsBetween(LastTime, time)
   endif
   FixCount = FixCount + 1
   LastLat = lat
@@ -509,8 +510,7 @@ function Item(name, figure)
 endfunction
 
 function Summary()
-  all = "Track of " + LogName + LineFeed
-  all = all + Item("Lines", format(LineCount, "%d"))
+  all = Item("Lines", format(LineCount, "%d"))
   all = all + Item("Comments", format(CommentCount, "%d"))
   all = all + Item("Other lines", format(OtherCount, "%d"))
   all = all + Item("Sentences", format(SentenceCount, "%d"))
@@ -521,7 +521,7 @@ function Summary()
   if FixCount > 0 then
     all = all + WaySummary() + MarksSummary()
   endif
-  Summary = all + Item("Report", ReportName)
+  Summary = all
 endfunction
 
 function WaySummary()
@@ -537,8 +537,8 @@ function WaySummary()
     directText = directText + format(Bearing(FirstLat, FirstLon, LastLat, LastLon), ", bearing %.1f")
   endif
   all = all + Item("Start to end", directText)
-  if MovingTime > 0 then
-    speed = TotalDistance / MovingTime
+  if TrackTime > 0 then
+    speed = TotalDistance / TrackTime
     all = all + Item("Average speed", format(speed, "%.2f m/s") + format(speed * 3.6, " (%.1f km/h)"))
   endif
   WaySummary = all

@@ -218,7 +218,6 @@ private:
   bool ExecPointOffset(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
 
   // ---- calls: procedures (procedures.cpp, parameters.cpp)
-  bool ReadParameters(Arguments& args);
   int GetParamList(Arguments& args);
   int GetParamGroup(Arguments& args);
   void ReadArgument(Arguments& args);

@@ -19,32 +19,29 @@ void CBrindle::ReadArgument(Arguments& args) {
   m_pState->m_arrTemporaries.Add(isWholeArgument ? GetVariableName(name) : CString());
 }
 
-// The ")" is left for the caller.
-bool CBrindle::ReadParameters(Arguments& args) {
+// The ")" is left for the caller. A list that ends on anything else is reported and counts as empty, but what
+// was read of it stays in `args`: the call goes on, and its caller misses the ")" as well.
+int CBrindle::GetParamList(Arguments& args) {
   args.RemoveAll();
   get_token();
   if (!IsDelimiter(u'(')) {
     ReportError(kErrorFunctionCall);
-    return false;
+    return 0;
   }
   get_token();
   putback();
   if (IsDelimiter(u')'))
-    return true;
+    return 0;
   do {
     ReadArgument(args);
     get_token();
   } while (IsDelimiter(u','));
   if (!IsDelimiter(u')')) {
     ReportError(kErrorFunctionCall);
-    return false;
+    return 0;
   }
   putback();
-  return true;
-}
-
-int CBrindle::GetParamList(Arguments& args) {
-  return ReadParameters(args) ? args.GetSize() : 0;
+  return args.GetSize();
 }
 
 // The first token behind the group is current afterwards.

@@ -181,10 +181,7 @@ bool CBrindle::ExecCall() {
   const CString name = m_pState->token.Text();
   const int recordedNames = m_pState->m_arrTemporaries.GetSize();
   Arguments args;
-  if (!ReadParameters(args)) {
-    m_pState->m_arrTemporaries.SetSize(recordedNames);
-    return false;
-  }
+  GetParamList(args);
   CBasicVariable dropped;
   const bool done = ExecUserFunction(name, dropped, args, true);
   m_pState->m_arrTemporaries.SetSize(recordedNames);

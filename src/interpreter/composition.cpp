@@ -94,21 +94,17 @@ bool CBrindle::ExecInclude(const CString& name) {
     ReportError(kErrorSyntax);
     return false;
   }
+  FindEOL();
+  const bool atEnd = m_pState->position >= m_pState->program->Length();
   std::u16string text;
-  text.reserve(file->size() + 3);
-  text += u'\n';
+  text.reserve(file->size() + 4);
+  text.append(atEnd ? 2 : 1, u'\n');
   text += *file;
-  text += u"\n\n";
+  text.append(2, u'\n');
   if (m_pState->program->Length() + text.size() > static_cast<std::size_t>(kLongestText)) {
     ReportError(kErrorLoadingSource);
     return false;
   }
-  FindEOL();
-  if (m_pState->position < m_pState->program->Length()) {
-    m_pState->program->Insert(m_pState->position + 1, text);
-  } else {
-    text.insert(text.begin(), u'\n');
-    m_pState->program->Insert(m_pState->program->Length(), text);
-  }
+  m_pState->program->Insert(atEnd ? m_pState->program->Length() : m_pState->position + 1, text);
   return true;
 }

@@ -27,7 +27,9 @@ bool CBrindle::ExecRun(bool script) {
   const CString file = args[0].GetStringValue();
 
   if (!script) {
-    StartFile(file.View(), args.GetSize() > 1 ? args[1].GetStringValue().View() : std::u16string_view());
+    // Deliberate: the parameter text carries its quotes with it.
+    const CString parameters = args.GetSize() > 1 ? u"\"" + args[1].GetStringValue() + u"\"" : CString();
+    StartFile(file.View(), parameters.View());
     return true;
   }
 

@@ -17,8 +17,7 @@ bool CBrindle::ExecFunction(CBasicVariable& result) {
 
   const int recordedNames = m_pState->m_arrTemporaries.GetSize();
   Arguments args;
-  if (!ReadParameters(args))
-    return false;
+  GetParamList(args);
   bool done = false;
   switch (code) {
   case FUNCTION_SCRIPT:

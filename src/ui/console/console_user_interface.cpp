@@ -78,7 +78,9 @@ CUserInterface::ErrorAnswer CConsoleUserInterface::ShowError(const CString& text
     break;
   case ErrorPolicy::Ask: break;
   }
-  const auto answer = m_pState->Ask("[Enter] continues, [c] cancels: ");
+  // A program that answers through a pipe reads the error text alone; a person is told the choice.
+  const bool person = m_pState->streams.InputIsTerminal();
+  const auto answer = m_pState->Ask(person ? "[Enter] continues, [c] cancels: " : "");
   return !answer || IsOneOf(*answer, u"c", u"cancel") ? ErrorAnswer::Cancel : ErrorAnswer::Ok;
 }
 

@@ -1,0 +1,2 @@
+playsound           # expect error 2: Unbalanced parens
+print "on"          # expect: on

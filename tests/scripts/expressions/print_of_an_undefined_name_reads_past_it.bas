@@ -1,0 +1,2 @@
+print nope + 1      # expect:
+# expect error 18: Unexpected operator

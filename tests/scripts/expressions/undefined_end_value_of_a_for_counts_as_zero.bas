@@ -1,0 +1,4 @@
+for i = 1 to nope
+  print "skipped"
+next
+print "on"          # expect: on

@@ -1,0 +1,4 @@
+goto "place"
+print "skipped"
+place:
+print "on"          # expect: on

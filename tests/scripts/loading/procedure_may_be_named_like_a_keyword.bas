@@ -1,0 +1,6 @@
+goto main
+sub text()
+  print "a"         # expect: a
+endsub
+main:
+call text()

@@ -1,0 +1,2 @@
+print "漢", "x"      # expect: 漢       x
+print "😀", "x"      # expect: 😀      x

@@ -1,0 +1,2 @@
+print "a" "b"       # expect: a
+# expect error 18: Unexpected operator

@@ -1,0 +1,2 @@
+print "a"# a comment
+# expect: a

@@ -1,0 +1,3 @@
+x = ""
+print x; "."        # expect: .
+print ("" + "a")    # expect: a

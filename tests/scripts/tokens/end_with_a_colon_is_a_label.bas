@@ -1,0 +1,2 @@
+print "a"           # expect: a
+end: print "b"      # expect: b

@@ -1,0 +1,3 @@
+if 1 = 1 then:      # expect error 9: Expected: THEN
+  print "body"      # expect: body
+endif

@@ -1,0 +1,1 @@
+if "a"="a"then print "yes"endif  # expect: yes

@@ -1,0 +1,3 @@
+dim a[3]
+y = a[nope]   # expect error 1: Syntax error
+print "on"    # expect: on

@@ -2,6 +2,7 @@
 // Room: ui. Used by: hosts.
 #pragma once
 
+#include "brindle/blowfish.h"
 #include "brindle/collections.h"
 #include "brindle/console_user_interface.h"
 #include "brindle/interpreter.h"

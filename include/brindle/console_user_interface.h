@@ -28,7 +28,7 @@ public:
   void SetErrorPolicy(ErrorPolicy policy) noexcept;
   /// How many error boxes and notices were shown so far.
   [[nodiscard]] int GetNumberOfErrors() const noexcept;
-  /// Serves timers until the end of standard input.
+  /// Serves timers until the end of standard input, or until SIGINT or SIGTERM, which it takes over.
   void ServeUntilEndOfInput();
 
   void ShowMessage(const CString& text) override;

@@ -16,6 +16,7 @@ class CFuncDesc;
 class CMapStringToPtr;
 class CPtrList;
 class CCriticalSection;
+class CTypeStructure;
 struct CStackData;
 
 enum BASIC_TOKEN_TYPE : int;
@@ -24,10 +25,12 @@ enum KEYWORD_TYPE : int;
 enum FUNCTION_TYPE : int;
 enum ARITHMETIC_OPERATION : int;
 enum LOGICAL_OPERATION : int;
+enum TYPE_DEFINITION : int;
 
 namespace brindle {
 struct InterpreterState;
 class ProgramText;
+class ScriptMap;
 class VariableSlot;
 struct NameRef;
 struct Token;
@@ -201,12 +204,38 @@ private:
   int GetVariableSize(const CString& name);
   bool VariableUndefine(const CString& name);
   bool GetIndex(int& index);
+  bool ReadIndexBehindName(int& index);
   bool ExecDim(bool bGlobal);
   bool ReadDeclaration(bool bGlobal);
   bool VariablesFree();
   void ObjectVariablesFree(int level);
   bool ExecGetVarStats(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
   bool ExecGarbageCollection(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
+
+  // ---- data: record types and maps (exec_type.cpp, map_functions.cpp)
+  bool ExecType();
+  int ReadField(CTypeStructure& type);
+  void NextBlockLine();
+  bool LeaveBlock(int error, COMMAND_TYPE end);
+  [[nodiscard]] static TYPE_DEFINITION KeywordToType(KEYWORD_TYPE keyword);
+  bool LookupUserDefinedType(const CString& name, CTypeStructure*& type);
+  bool TypesFree();
+  CTypeStructure* FindRecord(const CString& name);
+  bool FindStructVariable(const CString& var, const CString& field, CBasicVariable& out, bool bReport);
+  bool SetStructVariable(const CString& var, const CString& field, CBasicVariable& value);
+  void ReadRecordField(CBasicVariable& result);
+  bool StoreRecordField(const CString& name, CBasicVariable& value, int index);
+  bool ExecMap();
+  bool MapAdd(const CString& name);
+  brindle::ScriptMap* MapLookup(const CString& name);
+  bool MapClear(const CString& name);
+  bool MapAddToMap(const CString& name, const CString& key, const CBasicVariable& value);
+  bool MapGetFromMap(const CString& name, const CString& key, CBasicVariable& out);
+  bool MapRemoveFromMap(const CString& name, const CString& key);
+  bool MapGetKeys(const CString& name, CBasicVariable& out);
+  bool MapGetValues(const CString& name, CBasicVariable& out);
+  bool MapsFree();
+  bool ExecMapOperation(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
 
   // ---- data: built-in functions (*_functions.cpp)
   bool CheckCount(const Arguments& args, int count);
@@ -221,6 +250,7 @@ private:
   int GetParamList(Arguments& args);
   int GetParamGroup(Arguments& args);
   void ReadArgument(Arguments& args);
+  void ReadClosingParenthesis();
   bool ExecUserFunction(const CString& name, CBasicVariable& result, Arguments& args, bool isCall);
   bool RunProcedure(const CFuncDesc& function, CBasicVariable& result, Arguments& args, bool isCall);
   bool BindParameters(Arguments& args);
@@ -234,7 +264,16 @@ private:
   bool SetObjectProperty(const CString& name, CBasicVariable& value);
   bool FindObject(const CString& dottedName, IDispatch*& object);
 
-  // ---- calls: events and the registry of live interpreters (events.cpp, registry.cpp)
+  // ---- calls: enciphered scripts (script_cipher.cpp)
+  bool Decrypt();
+  bool ExecEncrypt();
+
+  // ---- calls: events, watches, timer, registry of live interpreters (exec_event.cpp, events.cpp, registry.cpp)
+  bool ExecEvent();
+  bool ExecThrow();
+  bool ExecWatch();
+  bool ExecTimerStart();
+  bool ExecTimerStop();
   void CallHandlers(CStringArray& handlers, Arguments& args);
   bool EventAdd(const CString& event, const CString& handler);
   bool EventRemove(const CString& event, const CString& handler);

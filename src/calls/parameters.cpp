@@ -53,3 +53,10 @@ int CBrindle::GetParamGroup(Arguments& args) {
   } while (IsDelimiter(u',') && m_pState->token.command != COMMAND_END_OF_LINE);
   return args.GetSize();
 }
+
+// The ")" that an argument list has left, if it is there.
+void CBrindle::ReadClosingParenthesis() {
+  get_token();
+  if (!IsDelimiter(u')'))
+    putback();
+}

@@ -185,9 +185,7 @@ bool CBrindle::ExecCall() {
   CBasicVariable dropped;
   const bool done = ExecUserFunction(name, dropped, args, true);
   m_pState->m_arrTemporaries.SetSize(recordedNames);
-  get_token();
-  if (!IsDelimiter(u')'))
-    putback();
+  ReadClosingParenthesis();
   return done;
 }
 

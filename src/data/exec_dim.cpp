@@ -7,24 +7,6 @@
 
 using namespace brindle;
 
-namespace {
-
-// The words that "as" takes; the type itself is not attached to anything.
-bool IsFieldType(KEYWORD_TYPE keyword) {
-  switch (keyword) {
-  case KEYWORD_CHAR:
-  case KEYWORD_CHAR_ALIAS:
-  case KEYWORD_WORD:
-  case KEYWORD_INTEGER:
-  case KEYWORD_FLOAT:
-  case KEYWORD_DOUBLE:
-  case KEYWORD_STRING: return true;
-  default: return false;
-  }
-}
-
-} // namespace
-
 // Called behind the "["; the "]" is the current token afterwards, also when the index was bad.
 bool CBrindle::GetIndex(int& index) {
   CBasicVariable value;
@@ -44,6 +26,17 @@ bool CBrindle::GetIndex(int& index) {
     get_token();
   }
   return false;
+}
+
+// "[" directly behind a name that has just been read: false when there is none. An index that failed was
+// reported and becomes -1, which reads the element that was current.
+bool CBrindle::ReadIndexBehindName(int& index) {
+  if (CurChar() != u'[')
+    return false;
+  get_token();
+  if (!GetIndex(index))
+    index = -1;
+  return true;
 }
 
 bool CBrindle::ExecDim(bool bGlobal) {
@@ -83,13 +76,18 @@ bool CBrindle::ReadDeclaration(bool bGlobal) {
 
   if (m_pState->token.keyword == KEYWORD_AS) {
     get_token();
-    // A word that is no keyword names a record type, and there is none.
-    if (m_pState->token.kind != TOKEN_KEYWORD || !IsFieldType(m_pState->token.keyword)) {
+    const bool isRecord = m_pState->token.kind != TOKEN_KEYWORD;
+    CTypeStructure* type = nullptr;
+    if (isRecord ? !LookupUserDefinedType(m_pState->token.Text(), type)
+                 : KeywordToType(m_pState->token.keyword) == TD_NONE) {
       ReportError(kErrorSyntax);
       return false;
     }
-    // Deliberate: an array declared anew with a type but without a size keeps its size.
-    if (size == 1)
+    // The word of a plain type is checked but attached to nothing. Deliberate: an array declared anew with a
+    // type but without a size keeps its size.
+    if (isRecord)
+      m_pState->m_mapStructVariables[name].MakeRecordOf(*type);
+    else if (size == 1)
       SetVariableDirect(name, CBasicVariable(), 0, bGlobal);
     else
       SetVariableSize(name, size, bGlobal);

@@ -44,17 +44,17 @@ bool CBrindle::Exec_command() {
   case COMMAND_GLOBAL: ExecDim(true); break;
   case COMMAND_STAYRESIDENT: m_pState->resident = true; break;
   case COMMAND_PLAYSOUND: ExecPlaySound(); break;
+  case COMMAND_MAP: ExecMap(); break;
+  case COMMAND_TYPE_WORD: ExecType(); break;
+  case COMMAND_EVENT: ExecEvent(); break;
+  case COMMAND_THROW: ExecThrow(); break;
+  case COMMAND_WATCH: ExecWatch(); break;
+  case COMMAND_TIMERSTART: ExecTimerStart(); break;
+  case COMMAND_TIMERSTOP: ExecTimerStop(); break;
   case COMMAND_DECLARE:
   case COMMAND_DIALOG:
-  case COMMAND_MAP:
-  case COMMAND_TYPE_WORD:
-  case COMMAND_EVENT:
-  case COMMAND_THROW:
-  case COMMAND_WATCH:
   case COMMAND_CLOSEDIALOG:
   case COMMAND_ALTER:
-  case COMMAND_TIMERSTART:
-  case COMMAND_TIMERSTOP:
   case COMMAND_SETFOCUS:
   case COMMAND_PROPERTYSHEET: ReportError(kErrorUnsupportedKeyword); break;
   default: return false; // a word such as "then" or "endif" on its own is stepped over

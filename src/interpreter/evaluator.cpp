@@ -97,6 +97,7 @@ void CBrindle::level6(CBasicVariable& result) {
 void CBrindle::primitive(CBasicVariable& result) {
   switch (m_pState->token.kind) {
   case TOKEN_VARIABLE: ReadVariable(result); break;
+  case TOKEN_FIELD: ReadRecordField(result); break;
   case TOKEN_FIELD_UNKNOWN:
     ReadProperty(result);
     get_token();
@@ -119,13 +120,8 @@ void CBrindle::primitive(CBasicVariable& result) {
 
 void CBrindle::ReadVariable(CBasicVariable& result) {
   const NameRef name = RefOf(*m_pState->token.token);
-  const bool hasIndex = CurChar() == u'[';
   int index = 0;
-  if (hasIndex) {
-    get_token();
-    if (!GetIndex(index))
-      index = -1; // reported: reads the element that was current
-  }
+  const bool hasIndex = ReadIndexBehindName(index);
   VariableSlot* slot = m_pState->m_mapVariables.Find(name, m_pState->m_nScopeLevel);
   if (slot == nullptr) {
     // An unknown name is left for the caller, who meets it as the next token; its index is read past.

@@ -37,7 +37,9 @@ bool CBrindle::assignment() {
   if (!indexRead)
     return false;
 
-  if (targetKind == TOKEN_FIELD_UNKNOWN) {
+  if (targetKind == TOKEN_FIELD) {
+    StoreRecordField(target, value, index);
+  } else if (targetKind == TOKEN_FIELD_UNKNOWN) {
     SetObjectProperty(target, value);
   } else if (targetKind == TOKEN_VARIABLE) {
     const VariableSlot* slot = m_pState->m_mapVariables.Find(name, m_pState->m_nScopeLevel);

@@ -48,12 +48,12 @@ bool CBrindle::BuildFunctionTable() {
       BuiltIn{u"ubound", FUNCTION_UBOUND, &CBrindle::ExecArithmetics},
       BuiltIn{u"rand", FUNCTION_RAND, &CBrindle::ExecArithmetics},
 
-      BuiltIn{u"mapset", FUNCTION_MAPSET, nullptr},
-      BuiltIn{u"mapget", FUNCTION_MAPGET, nullptr},
-      BuiltIn{u"maphas", FUNCTION_MAPHAS, nullptr},
-      BuiltIn{u"mapremove", FUNCTION_MAPREMOVE, nullptr},
-      BuiltIn{u"mapgetkeys", FUNCTION_MAPGETKEYS, nullptr},
-      BuiltIn{u"mapgetvalues", FUNCTION_MAPGETVALUES, nullptr},
+      BuiltIn{u"mapset", FUNCTION_MAPSET, &CBrindle::ExecMapOperation},
+      BuiltIn{u"mapget", FUNCTION_MAPGET, &CBrindle::ExecMapOperation},
+      BuiltIn{u"maphas", FUNCTION_MAPHAS, &CBrindle::ExecMapOperation},
+      BuiltIn{u"mapremove", FUNCTION_MAPREMOVE, &CBrindle::ExecMapOperation},
+      BuiltIn{u"mapgetkeys", FUNCTION_MAPGETKEYS, &CBrindle::ExecMapOperation},
+      BuiltIn{u"mapgetvalues", FUNCTION_MAPGETVALUES, &CBrindle::ExecMapOperation},
 
       BuiltIn{u"left", FUNCTION_LEFT, &CBrindle::ExecStringOperation},
       BuiltIn{u"right", FUNCTION_RIGHT, &CBrindle::ExecStringOperation},

@@ -21,10 +21,13 @@ CBrindle::CBrindle() : m_pState(std::make_unique<InterpreterState>()) {
 }
 
 CBrindle::~CBrindle() {
+  ExecTimerStop();
   RemoveFromNotifyList();
   LabelsFree();
   VariablesFree();
   FunctionsFree();
+  MapsFree();
+  TypesFree();
   EventsFree();
   m_pState->files.CloseAll();
   m_nNumberOfCopies -= 1;

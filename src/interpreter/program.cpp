@@ -67,7 +67,13 @@ bool CBrindle::ExecuteProgram(const CString& fileName) {
   RunScope scope(*this);
   try {
     CheckNesting();
-    if (!LoadProgram(name)) {
+    bool loaded = false;
+    try {
+      loaded = LoadProgram(name);
+    } catch (const std::bad_alloc&) {
+      // as for a file that cannot be read
+    }
+    if (!loaded) {
       ReportError(kErrorLoadingSource);
       return false;
     }
@@ -103,6 +109,7 @@ bool CBrindle::LoadProgram(const CString& fileName) {
   text->push_back(u'\n');
   m_pState->program = std::make_shared<ProgramText>(std::move(*text));
   m_pState->fileName = fileName;
+  Decrypt();
   return true;
 }
 

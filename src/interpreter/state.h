@@ -7,7 +7,9 @@
 
 #include "brindle/interpreter.h"
 #include "calls/event_table.h"
+#include "data/map_table.h"
 #include "data/random_source.h"
+#include "data/record_type.h"
 #include "data/variable_store.h"
 #include "interpreter/control_stack.h"
 #include "interpreter/function_table.h"
@@ -15,6 +17,7 @@
 #include "io/file_table.h"
 
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 namespace brindle {
@@ -73,8 +76,15 @@ struct InterpreterState {
   CStringArray m_arrTemporaries; // one name per argument of the calls in progress, empty unless a variable
   RandomSource random;
 
+  // Record types, records, maps.
+  std::unordered_map<CString, CTypeStructure> m_mapTypes;
+  std::unordered_map<CString, CTypeStructure> m_mapStructVariables;
+  MapTable m_mapMaps;
+
   // Events and files.
   EventTable events;
+  unsigned timer = 0; // 0 when none runs
+  CUserInterface* timerOwner = nullptr;
   FileTable files;
 };
 

@@ -25,8 +25,10 @@ BASIC_TOKEN_TYPE CBrindle::get_token() {
   if (state.kind == TOKEN_FUNCTION) {
     state.function = LookupFunction(state.token->text);
   } else if (state.kind == TOKEN_IDENTIFIER) {
-    // No dotted name is a record's field: there are no records.
-    state.kind = TOKEN_FIELD_UNKNOWN;
+    const CString& name = state.token->text;
+    const int dot = name.Find(u'.');
+    CBasicVariable value;
+    state.kind = FindStructVariable(name.Left(dot), name.Mid(dot + 1), value, false) ? TOKEN_FIELD : TOKEN_FIELD_UNKNOWN;
   }
   return state.kind;
 }

@@ -6,6 +6,8 @@
 #include <array>
 #include <cerrno>
 
+#include <csignal>
+#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
@@ -24,6 +26,16 @@ void WriteAll(int descriptor, std::string_view bytes) noexcept {
     if (written > 0)
       bytes.remove_prefix(static_cast<std::size_t>(written));
   }
+}
+
+// A signal handler can do no more than write: whoever waits for input watches the other end.
+int terminationWriteEnd = -1;
+
+void NoteTermination(int) {
+  const int error = errno;
+  const char byte = 0;
+  [[maybe_unused]] const ssize_t written = ::write(terminationWriteEnd, &byte, 1);
+  errno = error;
 }
 
 // Milliseconds left, rounded up; -1 to wait without limit.
@@ -56,6 +68,18 @@ bool StandardStreams::InputIsTerminal() const noexcept {
   return IsTerminal(STDIN_FILENO);
 }
 
+void StandardStreams::EndInputOnTermination() {
+  std::array<int, 2> ends{};
+  if (m_nTerminationPipe >= 0 || ::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0)
+    return;
+  m_nTerminationPipe = ends[0];
+  terminationWriteEnd = ends[1];
+  struct sigaction action = {};
+  action.sa_handler = NoteTermination;
+  ::sigaction(SIGINT, &action, nullptr);
+  ::sigaction(SIGTERM, &action, nullptr);
+}
+
 bool StandardStreams::TakeLine(std::string& line) {
   const std::size_t end = m_input.find('\n');
   if (end == std::string::npos && !(m_bEndOfInput && !m_input.empty()))
@@ -73,16 +97,18 @@ StandardStreams::ReadLine(std::string& line, std::optional<std::chrono::steady_c
   while (!TakeLine(line)) {
     if (m_bEndOfInput)
       return WaitResult::EndOfInput;
-    pollfd input{STDIN_FILENO, POLLIN, 0};
-    const int ready = ::poll(&input, 1, WaitTime(deadline));
+    // A descriptor of -1 is not looked at.
+    std::array<pollfd, 2> waits = {pollfd{STDIN_FILENO, POLLIN, 0}, pollfd{m_nTerminationPipe, POLLIN, 0}};
+    const int ready = ::poll(waits.data(), waits.size(), WaitTime(deadline));
     if (ready == 0)
       return WaitResult::TimedOut;
-    if (ready < 0 && errno != EINTR) {
+    if (ready < 0 && errno == EINTR)
+      continue;
+    if (ready < 0 || waits[1].revents != 0) {
+      m_input.clear();
       m_bEndOfInput = true;
       continue;
     }
-    if (ready < 0)
-      continue;
     std::array<char, 4096> buffer;
     const ssize_t count = ::read(STDIN_FILENO, buffer.data(), buffer.size());
     if (count > 0)

@@ -23,6 +23,8 @@ public:
   void WriteError(std::string_view bytes);
   void Flush() noexcept;
   [[nodiscard]] bool InputIsTerminal() const noexcept;
+  // From now on the signals that ask a process to end count as the end of input.
+  void EndInputOnTermination();
 
   enum class WaitResult { Line, EndOfInput, TimedOut };
   // A line without its end. Gives up at `deadline`, when there is one.
@@ -34,6 +36,7 @@ private:
 
   std::string m_output;
   std::string m_input; // read but not yet given out
+  int m_nTerminationPipe = -1;
   bool m_bEndOfInput = false;
 };
 

@@ -2,12 +2,14 @@
 #include <brindle/brindle.h>
 
 #include "platform/code_page.h"
+#include "encrypt_command.h"
 
 #include <CLI/CLI.hpp>
 
 #include <iostream>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -38,6 +40,9 @@ int Run(const Options& options) {
 } // namespace
 
 int main(int argc, char** argv) {
+  if (argc > 1 && std::string_view(argv[1]) == "encrypt")
+    return EncryptCommand({argv + 2, argv + argc});
+
   using Policy = CConsoleUserInterface::ErrorPolicy;
   const std::map<std::string, Policy> policies = {
       {"ask", Policy::Ask}, {"continue", Policy::Continue}, {"abort", Policy::Abort}};
@@ -45,6 +50,7 @@ int main(int argc, char** argv) {
   Options options;
   CLI::App app("Runs a Brindle script.", "brindle");
   app.set_version_flag("--version", std::string("brindle ") + BRINDLE_VERSION);
+  app.footer("brindle encrypt IN OUT writes the enciphered form of a script.");
   app.add_option("--ui", options.userInterface, "Where message boxes and dialogs go: auto, window or console")
       ->check(CLI::IsMember({"auto", "window", "console"}));
   app.add_option("--on-error", options.errorPolicy,

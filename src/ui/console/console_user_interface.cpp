@@ -53,6 +53,7 @@ int CConsoleUserInterface::GetNumberOfErrors() const noexcept {
 }
 
 void CConsoleUserInterface::ServeUntilEndOfInput() {
+  m_pState->streams.EndInputOnTermination();
   while (m_pState->Ask(std::string()))
     ;
 }

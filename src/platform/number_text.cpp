@@ -105,7 +105,7 @@ std::string HexadecimalDigits(double value, std::optional<int> precision, bool a
   digits.resize(static_cast<std::size_t>(result.ptr - digits.data()));
   const std::size_t exponent = digits.find('p');
   if (alternate && digits.find('.') == std::string::npos)
-    digits.insert(exponent == std::string::npos ? digits.size() : exponent, ".");
+    digits.insert(digits.begin() + static_cast<std::ptrdiff_t>(std::min(exponent, digits.size())), '.');
   return digits;
 }
 
@@ -323,7 +323,7 @@ void AppendInteger(CString& out, const FormatDirective& directive, std::int64_t 
 
   std::string sign(isSigned ? SignOf(directive, negative) : std::string_view());
   if (directive.alternate && base == 8 && (digits.empty() || digits[0] != '0'))
-    digits.insert(0, "0");
+    digits.insert(digits.begin(), '0');
   if (directive.alternate && base == 16 && magnitude != 0)
     sign += "0x";
   if (letter == u'X') {

@@ -1,0 +1,126 @@
+#!/usr/bin/env python3
+"""Installs the library into an empty prefix and uses it as a stranger would.
+
+Usage: check_package.py --build BUILD_DIR --source SOURCE_DIR --compiler CXX [--flags FLAGS]
+
+Checks that every public header compiles alone under strict warnings, that the shared library exports the public
+classes and nothing of the inner rooms, and that examples/host builds against the installed files through
+pkg-config and through find_package, and runs.
+"""
+
+import argparse
+import os
+import pathlib
+import shlex
+import subprocess
+import sys
+import tempfile
+
+STRICT = ["-std=c++20", "-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Werror"]
+PUBLIC_CLASSES = ("CBrindle", "CBasicVariable", "CVarBase", "CString", "CBlowFish", "CUserInterface",
+                  "CConsoleUserInterface")
+FREE_FUNCTIONS = ("SysAllocString", "SysAllocStringLen", "SysStringLen", "SysFreeString", "VariantInit",
+                  "VariantClear", "VariantCopy")
+
+passed = 0
+failed = 0
+
+
+def check(name, condition, detail=""):
+    global passed, failed
+    if condition:
+        passed += 1
+    else:
+        failed += 1
+        print(f"FAIL {name}\n{detail}")
+
+
+def run(command, **options):
+    return subprocess.run(command, capture_output=True, text=True, check=False, **options)
+
+
+def check_headers(prefix, compiler, flags):
+    headers = sorted((prefix / "include" / "brindle").glob("*.h"))
+    check("headers are installed", len(headers) > 5, str(headers))
+    for header in headers:
+        source = f"#include <brindle/{header.name}>\n"
+        result = run([compiler, *STRICT, *flags, "-fsyntax-only", "-x", "c++", f"-I{prefix / 'include'}", "-"],
+                     input=source)
+        check(f"{header.name} compiles alone", result.returncode == 0, result.stderr)
+
+
+def check_exports(library):
+    symbols = run(["nm", "-D", "-C", "--defined-only", str(library)]).stdout.splitlines()
+    names = [line.split(" ", 2)[2] for line in symbols if line.split(" ", 2)[1] in "TBDR"]
+    check("the library exports something", len(names) > 50, str(names[:10]))
+    for name in FREE_FUNCTIONS:
+        check(f"{name} is exported", name in names)
+    inner = []
+    for name in names:
+        plain = name.removeprefix("typeinfo for ").removeprefix("typeinfo name for ").removeprefix("vtable for ")
+        public = plain.startswith(tuple(c + "::" for c in PUBLIC_CLASSES)) or plain in PUBLIC_CLASSES
+        if not public and plain not in FREE_FUNCTIONS and not plain.startswith("brindle::detail::FreeBlock"):
+            inner.append(name)
+    check("nothing else is exported", not inner, "\n".join(inner[:20]))
+
+
+def check_host(name, command, program, script, environment, cwd):
+    built = run(command, cwd=cwd, env=environment, shell=isinstance(command, str))
+    check(f"{name}: builds", built.returncode == 0, built.stdout + built.stderr)
+    if built.returncode != 0:
+        return
+    ran = run([str(program), str(script)], env=environment)
+    check(f"{name}: runs", ran.returncode == 0 and ran.stdout == "Battery at 80 %\n", ran.stdout + ran.stderr)
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--build", required=True, type=pathlib.Path)
+    parser.add_argument("--source", required=True, type=pathlib.Path)
+    parser.add_argument("--compiler", default="c++")
+    parser.add_argument("--flags", default="")
+    options = parser.parse_args()
+    options.build = options.build.resolve()
+    options.source = options.source.resolve()
+    flags = shlex.split(options.flags)
+
+    with tempfile.TemporaryDirectory() as folder:
+        work = pathlib.Path(folder)
+        prefix = work / "prefix"
+        installed = run(["cmake", "--install", str(options.build), "--prefix", str(prefix)])
+        check("cmake --install succeeds", installed.returncode == 0, installed.stderr)
+        library = next(iter(prefix.glob("lib*/**/libbrindle.so")), None)
+        check("the library is installed", library is not None)
+        if library is None:
+            return 1
+        check("the library carries its version", len(os.path.basename(os.path.realpath(library)).split(".")) == 5,
+              os.path.realpath(library))
+        check("the runner is installed", os.access(prefix / "bin" / "brindle", os.X_OK))
+        check("the manual page is installed", bool(list(prefix.glob("share/man/man1/brindle.1*"))))
+
+        check_headers(prefix, options.compiler, flags)
+        check_exports(library)
+
+        environment = dict(os.environ, LD_LIBRARY_PATH=str(library.parent),
+                           PKG_CONFIG_PATH=str(library.parent / "pkgconfig"))
+        host = options.source / "examples" / "host"
+        script = host / "battery.bas"
+        # The package file names the prefix that was configured; the test installed elsewhere.
+        package = f"$(pkg-config --define-variable=prefix={shlex.quote(str(prefix))} --cflags --libs brindle)"
+        check_host("pkg-config",
+                   f"{options.compiler} -std=c++20 {options.flags} {shlex.quote(str(host / 'main.cpp'))} "
+                   f"-o host {package}",
+                   work / "host", script, environment, work)
+        build = work / "build"
+        check_host("find_package",
+                   f"cmake -S {shlex.quote(str(host))} -B build -DCMAKE_PREFIX_PATH={shlex.quote(str(prefix))} "
+                   f"-DCMAKE_CXX_COMPILER={options.compiler} '-DCMAKE_CXX_FLAGS={options.flags}' "
+                   "&& cmake --build build",
+                   build / "brindle_example_host", script, environment, work)
+
+    print(f"{passed} passed, {failed} failed")
+    return 1 if failed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

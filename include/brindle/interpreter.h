@@ -140,6 +140,7 @@ private:
   bool AddFunction(CFuncDesc* function);
   FUNCTION_TYPE LookupFunction(const CString& name, CFuncDesc& out, bool copy);
   FUNCTION_TYPE LookupFunction(const CString& name);
+  FUNCTION_TYPE ResolveFunction(const CString& name, const CString& lowered);
   CFuncDesc* FindFunction(const CString& lowered) const;
 
   // ---- interpreter: expressions (evaluator.cpp, operators.cpp, conditions.cpp, function_call.cpp)

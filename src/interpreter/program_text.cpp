@@ -11,19 +11,15 @@ std::uint64_t SkipKey(std::uint32_t position, COMMAND_TYPE open, COMMAND_TYPE mi
 
 } // namespace
 
-const Token& ProgramText::TokenAt(std::uint32_t position, const WordTable& words) {
-  const std::size_t pageNumber = position / kPageSize;
-  if (pageNumber >= m_pages.size())
-    m_pages.resize(pageNumber + 1);
-  Page& page = m_pages[pageNumber];
-  if (page == nullptr)
-    page = std::make_unique<std::uint32_t[]>(kPageSize);
-  std::uint32_t& index = page[position % kPageSize];
-  if (index == 0) {
-    m_tokens.push_back(ScanToken(m_text, position, words));
-    index = static_cast<std::uint32_t>(m_tokens.size());
-  }
-  return m_tokens[index - 1];
+const Token& ProgramText::ReadToken(std::uint32_t position, const WordTable& words) {
+  const std::size_t page = position / kPageSize;
+  if (page >= m_pages.size())
+    m_pages.resize(page + 1);
+  if (m_pages[page] == nullptr)
+    m_pages[page] = std::make_unique<const Token*[]>(kPageSize);
+  m_tokens.push_back(ScanToken(m_text, position, words));
+  m_pages[page][position % kPageSize] = &m_tokens.back();
+  return m_tokens.back();
 }
 
 const SkipTarget* ProgramText::FindSkip(std::uint32_t position, COMMAND_TYPE open, COMMAND_TYPE middle) const {

@@ -49,7 +49,13 @@ public:
   void ClearLabels() noexcept { m_labels.clear(); }
 
   // The token that starts at `position` (on no blank); kept from the first reading on.
-  [[nodiscard]] const Token& TokenAt(std::uint32_t position, const WordTable& words);
+  [[nodiscard]] const Token& TokenAt(std::uint32_t position, const WordTable& words) {
+    const std::size_t page = position / kPageSize;
+    if (page < m_pages.size() && m_pages[page] != nullptr)
+      if (const Token* token = m_pages[page][position % kPageSize])
+        return *token;
+    return ReadToken(position, words);
+  }
 
   // Skips are told apart by where they start and which words they count.
   [[nodiscard]] const SkipTarget* FindSkip(std::uint32_t position, COMMAND_TYPE open, COMMAND_TYPE middle) const;
@@ -58,7 +64,9 @@ public:
 private:
   // The index table comes in pages, so that a text of which little runs costs little.
   static constexpr std::uint32_t kPageSize = 1024;
-  using Page = std::unique_ptr<std::uint32_t[]>; // index into m_tokens plus 1, 0 for none
+  using Page = std::unique_ptr<const Token*[]>; // null where no token has been read
+
+  [[nodiscard]] const Token& ReadToken(std::uint32_t position, const WordTable& words);
 
   std::u16string m_text;
   std::unordered_map<CString, std::uint32_t> m_labels;

@@ -71,12 +71,6 @@ bool IsDelimiterUnit(char16_t unit) noexcept {
   return unit < kIsDelimiter.size() && kIsDelimiter[unit];
 }
 
-std::uint32_t SkipBlanks(std::u16string_view text, std::uint32_t position) noexcept {
-  while (position < text.size() && (text[position] == u' ' || text[position] == u'\t'))
-    ++position;
-  return position;
-}
-
 Token ScanToken(std::u16string_view text, std::uint32_t position, const WordTable& words) {
   Token token;
   token.start = token.end = position;

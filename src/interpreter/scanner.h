@@ -31,7 +31,11 @@ struct Token {
 [[nodiscard]] bool IsDelimiterUnit(char16_t unit) noexcept;
 
 // The first position at or behind `position` that is neither blank nor tab.
-[[nodiscard]] std::uint32_t SkipBlanks(std::u16string_view text, std::uint32_t position) noexcept;
+[[nodiscard]] inline std::uint32_t SkipBlanks(std::u16string_view text, std::uint32_t position) noexcept {
+  while (position < text.size() && (text[position] == u' ' || text[position] == u'\t'))
+    ++position;
+  return position;
+}
 
 // The token that starts at `position`, which stands on no blank.
 [[nodiscard]] Token ScanToken(std::u16string_view text, std::uint32_t position, const WordTable& words);

@@ -23,7 +23,7 @@ BASIC_TOKEN_TYPE CBrindle::get_token() {
   m_pState->position = state.token->end;
 
   if (state.kind == TOKEN_FUNCTION) {
-    state.function = LookupFunction(state.token->text);
+    state.function = ResolveFunction(state.token->text, state.token->lowered);
   } else if (state.kind == TOKEN_IDENTIFIER) {
     const CString& name = state.token->text;
     const int dot = name.Find(u'.');
@@ -45,15 +45,14 @@ bool CBrindle::AddFunction(CFuncDesc* function) {
 }
 
 CFuncDesc* CBrindle::FindFunction(const CString& lowered) const {
-  if (auto* function = m_ExtFunctionTable.Find<CFuncDesc>(lowered))
-    return function;
+  if (!m_ExtFunctionTable.IsEmpty())
+    if (auto* function = m_ExtFunctionTable.Find<CFuncDesc>(lowered))
+      return function;
   return m_pState->functions.Find(lowered);
 }
 
-FUNCTION_TYPE CBrindle::LookupFunction(const CString& name, CFuncDesc& out, bool copy) {
+FUNCTION_TYPE CBrindle::ResolveFunction(const CString& name, const CString& lowered) {
   m_pState->token.descriptor = nullptr;
-  CString lowered = name;
-  lowered.MakeLower();
   if (lowered.Find(u'.') >= 0) {
     m_pState->currentFunctionName = name;
     return FUNCTION_AUTOMATION;
@@ -64,9 +63,15 @@ FUNCTION_TYPE CBrindle::LookupFunction(const CString& name, CFuncDesc& out, bool
   m_pState->token.descriptor = function;
   m_pState->currentFunctionName = function->m_strName;
   m_pState->currentFunctionPosition = function->m_nPosition;
-  if (copy)
-    out = *function;
   return function->m_nCode;
+}
+
+FUNCTION_TYPE CBrindle::LookupFunction(const CString& name, CFuncDesc& out, bool copy) {
+  CString lowered = name;
+  const FUNCTION_TYPE type = ResolveFunction(name, lowered.MakeLower());
+  if (copy && m_pState->token.descriptor != nullptr)
+    out = *m_pState->token.descriptor;
+  return type;
 }
 
 FUNCTION_TYPE CBrindle::LookupFunction(const CString& name) {

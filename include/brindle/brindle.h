@@ -5,6 +5,8 @@
 #include "brindle/blowfish.h"
 #include "brindle/collections.h"
 #include "brindle/console_user_interface.h"
+#include "brindle/dbf.h"
+#include "brindle/dialog.h"
 #include "brindle/interpreter.h"
 #include "brindle/text.h"
 #include "brindle/user_interface.h"

@@ -37,6 +37,8 @@ public:
   [[nodiscard]] bool AskYesNo(const CString& question, const CString& title) override;
   [[nodiscard]] std::optional<CString> ChooseFile(const FileRequest& request) override;
   [[nodiscard]] int ShowPopupMenu(const CStringArray& entries) override;
+  [[nodiscard]] std::unique_ptr<CDialogWindow> CreateDialogWindow(const CDialogDescription& description,
+                                                                  CDialogEvents& events) override;
   [[nodiscard]] unsigned StartTimer(unsigned period, std::function<void()> tick) override;
   void StopTimer(unsigned identifier) override;
 

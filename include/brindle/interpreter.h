@@ -8,8 +8,10 @@
 #include "brindle/user_interface.h"
 #include "brindle/variable.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 class CBrindle;
 class CFuncDesc;
@@ -29,7 +31,9 @@ enum TYPE_DEFINITION : int;
 
 namespace brindle {
 struct InterpreterState;
+class ComPort;
 class ProgramText;
+class ScriptDialog;
 class ScriptMap;
 class VariableSlot;
 struct NameRef;
@@ -265,6 +269,37 @@ private:
   bool SetObjectProperty(const CString& name, CBasicVariable& value);
   bool FindObject(const CString& dottedName, IDispatch*& object);
 
+  // ---- ui: dialogs, property sheets, control access (exec_dialog.cpp, exec_alter.cpp, control_functions.cpp)
+  bool ExecDialog();
+  bool ExecControl(std::vector<std::byte>& item, int& id, CString& handler);
+  static bool CreateItemTemplate(std::uint32_t style, const CBasicVariableArray& args, int id,
+                                 std::uint16_t classCode, std::vector<std::byte>& item);
+  static bool CreateItemTemplate(std::uint32_t style, const CBasicVariableArray& args, int id,
+                                 const CString& className, std::vector<std::byte>& item);
+  bool ExecPropertySheet();
+  bool ExecPropertyPage(brindle::ScriptDialog& dialog);
+  int ReadDialogLine(brindle::ScriptDialog& dialog, std::vector<std::byte>& dialogTemplate);
+  int ReadDialogName(CString& name);
+  bool RunDialog(brindle::ScriptDialog& dialog);
+  void RaiseHandler(const CString& name, const CBasicVariable& value);
+  void AfterUserInterface();
+  void KeepException();
+  void CloseDialogs();
+  [[nodiscard]] brindle::ScriptDialog* CurrentDialog() const noexcept;
+  [[nodiscard]] bool GetControlWindow(int id) const;
+  bool ExecCloseDialog();
+  bool ExecSetFocus();
+  bool ExecAlterControl();
+  int AlterLine(brindle::ScriptDialog& dialog, int id);
+  bool ReadOperands(Arguments& args, int count);
+  bool ExecGetControlValue(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
+  bool ExecAsk(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
+  bool ExecFileDlg(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
+  bool ExecPopupMenu(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
+  bool ExecWindowHandle(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
+  bool ExecCopyData(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
+  bool ExecSendMessage(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
+
   // ---- calls: enciphered scripts (script_cipher.cpp)
   bool Decrypt();
   bool ExecEncrypt();
@@ -275,6 +310,7 @@ private:
   bool ExecWatch();
   bool ExecTimerStart();
   bool ExecTimerStop();
+  void TimerTick();
   void CallHandlers(CStringArray& handlers, Arguments& args);
   bool EventAdd(const CString& event, const CString& handler);
   bool EventRemove(const CString& event, const CString& handler);
@@ -288,6 +324,17 @@ private:
   bool ExecCloseFile();
   bool ExecFileOperation(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
   bool ExecFindFiles(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
+
+  // ---- io: dBase tables (dbf_functions.cpp)
+  bool ExecDBFOperation(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
+  void FileFormatCloseAll();
+
+  // ---- io: serial ports (com_port_functions.cpp)
+  bool ExecComPortOperation(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
+  bool COMPortAdd(unsigned short number, std::unique_ptr<brindle::ComPort> port);
+  brindle::ComPort* COMPortFind(unsigned short number);
+  bool COMPortClose(unsigned short number);
+  void COMPortCloseAll();
 
   std::unique_ptr<brindle::InterpreterState> m_pState;
 

@@ -6,9 +6,11 @@
 #pragma once
 
 #include "brindle/collections.h"
+#include "brindle/dialog.h"
 #include "brindle/text.h"
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 /// The window system as an interpreter sees it. All members are called on the thread that runs the
@@ -26,10 +28,11 @@ public:
 
   /// What a file dialog is asked for.
   struct FileRequest {
-    bool save = false;     ///< a name to save as, rather than an existing file
-    CString title;         ///< caption; empty: the system's own
-    CString defaultPath;   ///< preselected name; may be empty
-    CString filter;        ///< "Text files|*.txt|All files|*.*"; empty: all files
+    bool save = false;        ///< a name to save as, rather than an existing file
+    CString fileName;         ///< what the name starts as; may be empty
+    CString defaultExtension; ///< added to a name without one; may be empty
+    CString filter;           ///< "Text files|*.txt|All files|*.*||"; empty: all files
+    CString initialFolder;    ///< empty: the current one
   };
 
   virtual ~CUserInterface();
@@ -46,6 +49,9 @@ public:
   [[nodiscard]] virtual std::optional<CString> ChooseFile(const FileRequest& request);
   /// Shows a menu ("-" is a separator); the index of the chosen entry, -1 when dismissed.
   [[nodiscard]] virtual int ShowPopupMenu(const CStringArray& entries);
+  /// A dialog that is ready to be run; null when the window system refuses it. `events` outlives it.
+  [[nodiscard]] virtual std::unique_ptr<CDialogWindow> CreateDialogWindow(const CDialogDescription& description,
+                                                                          CDialogEvents& events);
   /// Plays a sound file without waiting; silently nothing where there is no device or no such file.
   virtual void PlaySoundFile(const CString& path);
 

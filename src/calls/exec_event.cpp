@@ -100,13 +100,22 @@ bool CBrindle::ExecTimerStart() {
   CUserInterface& userInterface = GetUserInterface();
   m_pState->timer = userInterface.StartTimer(milliseconds < 1 ? 1U : static_cast<unsigned>(milliseconds), [this] {
     // The interpreter stops its timer when it ends; a window system that ticks once more finds it gone.
-    if (IsValidInterpreter(this)) {
-      CBasicVariable unset;
-      EventThrow(CString(u"OnTimer"), &unset);
-    }
+    if (IsValidInterpreter(this))
+      TimerTick();
   });
   m_pState->timerOwner = &userInterface;
   return true;
+}
+
+// The tick comes out of a window system's loop, which no exception may pass: one waits for the loop's end.
+void CBrindle::TimerTick() {
+  try {
+    CBasicVariable unset;
+    EventThrow(CString(u"OnTimer"), &unset);
+  } catch (...) {
+    KeepException();
+    CloseDialogs();
+  }
 }
 
 bool CBrindle::ExecTimerStop() {

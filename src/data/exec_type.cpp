@@ -46,9 +46,10 @@ void CBrindle::NextBlockLine() {
            m_pState->token.kind == TOKEN_COMMENT || m_pState->token.kind == TOKEN_NONE);
 }
 
-// A block that fails is left behind its end word.
+// A block that fails is left behind its end word. A negative number says that the error has been reported.
 bool CBrindle::LeaveBlock(int error, COMMAND_TYPE end) {
-  ReportError(error);
+  if (error >= 0)
+    ReportError(error);
   while (m_pState->token.command != end && m_pState->token.command != COMMAND_END_OF_PROGRAM) {
     get_token();
     SkipComment();

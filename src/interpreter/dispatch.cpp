@@ -51,12 +51,12 @@ bool CBrindle::Exec_command() {
   case COMMAND_WATCH: ExecWatch(); break;
   case COMMAND_TIMERSTART: ExecTimerStart(); break;
   case COMMAND_TIMERSTOP: ExecTimerStop(); break;
-  case COMMAND_DECLARE:
-  case COMMAND_DIALOG:
-  case COMMAND_CLOSEDIALOG:
-  case COMMAND_ALTER:
-  case COMMAND_SETFOCUS:
-  case COMMAND_PROPERTYSHEET: ReportError(kErrorUnsupportedKeyword); break;
+  case COMMAND_DIALOG: ExecDialog(); break;
+  case COMMAND_CLOSEDIALOG: ExecCloseDialog(); break;
+  case COMMAND_ALTER: ExecAlterControl(); break;
+  case COMMAND_SETFOCUS: ExecSetFocus(); break;
+  case COMMAND_PROPERTYSHEET: ExecPropertySheet(); break;
+  case COMMAND_DECLARE: ReportError(kErrorUnsupportedKeyword); break;
   default: return false; // a word such as "then" or "endif" on its own is stepped over
   }
   return true;

@@ -37,6 +37,10 @@ enum ErrorNumber : int {
   kErrorIndexBounds = 36,
   kErrorUndefinedVariable = 37,
   kErrorUnsupportedKeyword = 40,
+  kErrorDialogControl = 41,
+  kErrorDialogCreating = 42,
+  kErrorNoDialog = 43,
+  kErrorControlId = 44,
   kErrorParameter = 45,
   kErrorFileNumber = 46,
   kErrorFileNotFound = 47,
@@ -47,7 +51,8 @@ enum ErrorNumber : int {
   kErrorFileInputOutput = 53,
   kErrorWhileMissing = 54,
   kErrorIllegalNext = 55,
-  kErrorElseOrEndIfMissing = 56
+  kErrorElseOrEndIfMissing = 56,
+  kErrorDbfHandle = 57
 };
 
 } // namespace brindle

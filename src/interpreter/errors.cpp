@@ -32,7 +32,9 @@ void CBrindle::ReportError(int number) {
   if (!message)
     userInterface.ShowNotice(CString(u"Error loading resource string."));
   m_pState->lastError = message.value_or(CString()) + u"\n" + GetCurrentLine();
-  if (userInterface.ShowError(m_pState->lastError) == CUserInterface::ErrorAnswer::Cancel)
+  const CUserInterface::ErrorAnswer answer = userInterface.ShowError(m_pState->lastError);
+  AfterUserInterface();
+  if (answer == CUserInterface::ErrorAnswer::Cancel)
     throw ScriptAbort();
 }
 

@@ -55,5 +55,6 @@ bool CBrindle::ExecPrint() {
   if (lineEnd)
     text += u'\n';
   GetUserInterface().ShowMessage(text);
+  AfterUserInterface();
   return true;
 }

@@ -70,8 +70,8 @@ bool CBrindle::BuildFunctionTable() {
       BuiltIn{u"getpath", FUNCTION_GETPATH, &CBrindle::ExecStringOperation},
       BuiltIn{u"getname", FUNCTION_GETNAME, &CBrindle::ExecStringOperation},
 
-      BuiltIn{u"fileopendlg", FUNCTION_FILEOPENDLG, nullptr},
-      BuiltIn{u"filesaveasdlg", FUNCTION_FILESAVEASDLG, nullptr},
+      BuiltIn{u"fileopendlg", FUNCTION_FILEOPENDLG, &CBrindle::ExecFileDlg},
+      BuiltIn{u"filesaveasdlg", FUNCTION_FILESAVEASDLG, &CBrindle::ExecFileDlg},
 
       BuiltIn{u"read", FUNCTION_READ, &CBrindle::ExecFileOperation},
       BuiltIn{u"write", FUNCTION_WRITE, &CBrindle::ExecFileOperation},
@@ -83,38 +83,38 @@ bool CBrindle::BuildFunctionTable() {
       BuiltIn{u"iseof", FUNCTION_ISEOF, &CBrindle::ExecFileOperation},
       BuiltIn{u"getfilepos", FUNCTION_GETFILEPOS, &CBrindle::ExecFileOperation},
 
-      BuiltIn{u"getwindowhandle", FUNCTION_GETWINDOWHANDLE, nullptr},
+      BuiltIn{u"getwindowhandle", FUNCTION_GETWINDOWHANDLE, &CBrindle::ExecWindowHandle},
 
-      BuiltIn{u"copydata", FUNCTION_COPYDATA, nullptr},
+      BuiltIn{u"copydata", FUNCTION_COPYDATA, &CBrindle::ExecCopyData},
 
       BuiltIn{u"pointoffset", FUNCTION_POINTOFFSET, &CBrindle::ExecPointOffset},
 
-      BuiltIn{u"sendmessage", FUNCTION_SENDMESSAGE, nullptr},
+      BuiltIn{u"sendmessage", FUNCTION_SENDMESSAGE, &CBrindle::ExecSendMessage},
 
-      BuiltIn{u"popupmenu", FUNCTION_POPUPMENU, nullptr},
+      BuiltIn{u"popupmenu", FUNCTION_POPUPMENU, &CBrindle::ExecPopupMenu},
 
-      BuiltIn{u"ask", FUNCTION_ASK, nullptr},
+      BuiltIn{u"ask", FUNCTION_ASK, &CBrindle::ExecAsk},
 
       BuiltIn{u"findfiles", FUNCTION_FINDFILES, &CBrindle::ExecFindFiles},
 
-      BuiltIn{u"controlvalue", FUNCTION_CONTROLVALUE, nullptr},
+      BuiltIn{u"controlvalue", FUNCTION_CONTROLVALUE, &CBrindle::ExecGetControlValue},
 
-      BuiltIn{u"dbfopen", FUNCTION_DBFOPEN, nullptr},
-      BuiltIn{u"dbfcreate", FUNCTION_DBFCREATE, nullptr},
-      BuiltIn{u"dbfclose", FUNCTION_DBFCLOSE, nullptr},
-      BuiltIn{u"dbfnumrecords", FUNCTION_DBFNUMRECORDS, nullptr},
-      BuiltIn{u"dbfread", FUNCTION_DBFREAD, nullptr},
-      BuiltIn{u"dbfwrite", FUNCTION_DBFWRITE, nullptr},
-      BuiltIn{u"dbfappend", FUNCTION_DBFAPPEND, nullptr},
-      BuiltIn{u"dbfseek", FUNCTION_DBFSEEK, nullptr},
-      BuiltIn{u"dbfdelete", FUNCTION_DBFDELETE, nullptr},
-      BuiltIn{u"dbfnumfields", FUNCTION_DBFNUMFIELDS, nullptr},
-      BuiltIn{u"dbffieldnames", FUNCTION_DBFFIELDNAMES, nullptr},
+      BuiltIn{u"dbfopen", FUNCTION_DBFOPEN, &CBrindle::ExecDBFOperation},
+      BuiltIn{u"dbfcreate", FUNCTION_DBFCREATE, &CBrindle::ExecDBFOperation},
+      BuiltIn{u"dbfclose", FUNCTION_DBFCLOSE, &CBrindle::ExecDBFOperation},
+      BuiltIn{u"dbfnumrecords", FUNCTION_DBFNUMRECORDS, &CBrindle::ExecDBFOperation},
+      BuiltIn{u"dbfread", FUNCTION_DBFREAD, &CBrindle::ExecDBFOperation},
+      BuiltIn{u"dbfwrite", FUNCTION_DBFWRITE, &CBrindle::ExecDBFOperation},
+      BuiltIn{u"dbfappend", FUNCTION_DBFAPPEND, &CBrindle::ExecDBFOperation},
+      BuiltIn{u"dbfseek", FUNCTION_DBFSEEK, &CBrindle::ExecDBFOperation},
+      BuiltIn{u"dbfdelete", FUNCTION_DBFDELETE, &CBrindle::ExecDBFOperation},
+      BuiltIn{u"dbfnumfields", FUNCTION_DBFNUMFIELDS, &CBrindle::ExecDBFOperation},
+      BuiltIn{u"dbffieldnames", FUNCTION_DBFFIELDNAMES, &CBrindle::ExecDBFOperation},
 
-      BuiltIn{u"comportopen", FUNCTION_COMPORTOPEN, nullptr},
-      BuiltIn{u"comportclose", FUNCTION_COMPORTCLOSE, nullptr},
-      BuiltIn{u"comportread", FUNCTION_COMPORTREAD, nullptr},
-      BuiltIn{u"comportwrite", FUNCTION_COMPORTWRITE, nullptr},
+      BuiltIn{u"comportopen", FUNCTION_COMPORTOPEN, &CBrindle::ExecComPortOperation},
+      BuiltIn{u"comportclose", FUNCTION_COMPORTCLOSE, &CBrindle::ExecComPortOperation},
+      BuiltIn{u"comportread", FUNCTION_COMPORTREAD, &CBrindle::ExecComPortOperation},
+      BuiltIn{u"comportwrite", FUNCTION_COMPORTWRITE, &CBrindle::ExecComPortOperation},
 
       BuiltIn{u"createobject", FUNCTION_CREATEOBJECT, nullptr},
 

@@ -30,6 +30,8 @@ CBrindle::~CBrindle() {
   TypesFree();
   EventsFree();
   m_pState->files.CloseAll();
+  FileFormatCloseAll();
+  COMPortCloseAll();
   m_nNumberOfCopies -= 1;
 }
 

@@ -14,8 +14,11 @@
 #include "interpreter/control_stack.h"
 #include "interpreter/function_table.h"
 #include "interpreter/program_text.h"
+#include "io/com_port_table.h"
+#include "io/dbf_table.h"
 #include "io/file_table.h"
 
+#include <exception>
 #include <memory>
 #include <unordered_map>
 #include <vector>
@@ -43,6 +46,8 @@ struct ReturnPosition {
   std::shared_ptr<ProgramText> program;
   std::uint32_t position = 0;
 };
+
+class ScriptDialog;
 
 struct InterpreterState {
   // Program text and reading position.
@@ -85,7 +90,13 @@ struct InterpreterState {
   EventTable events;
   unsigned timer = 0; // 0 when none runs
   CUserInterface* timerOwner = nullptr;
+
+  // Dialogs: the open ones, the last opened last, and what a handler has thrown inside a window system.
+  std::vector<ScriptDialog*> openDialogs;
+  std::exception_ptr keptException;
   FileTable files;
+  FileFormatTable tables;
+  ComPortTable comPorts;
 };
 
 } // namespace brindle

@@ -11,6 +11,10 @@ CUserInterface* chosen = nullptr;
 
 CUserInterface::~CUserInterface() = default;
 
+CDialogEvents::~CDialogEvents() = default;
+
+CDialogWindow::~CDialogWindow() = default;
+
 void CUserInterface::ShowMessage(const CString&) {}
 
 void CUserInterface::ShowNotice(const CString&) {}
@@ -29,6 +33,10 @@ std::optional<CString> CUserInterface::ChooseFile(const FileRequest&) {
 
 int CUserInterface::ShowPopupMenu(const CStringArray&) {
   return -1;
+}
+
+std::unique_ptr<CDialogWindow> CUserInterface::CreateDialogWindow(const CDialogDescription&, CDialogEvents&) {
+  return nullptr;
 }
 
 void CUserInterface::PlaySoundFile(const CString&) {}

@@ -1,6 +1,7 @@
 #include "brindle/console_user_interface.h"
 
 #include "platform/standard_streams.h"
+#include "ui/console/console_dialog.h"
 #include "ui/console/timer_queue.h"
 
 #include <chrono>
@@ -92,11 +93,9 @@ bool CConsoleUserInterface::AskYesNo(const CString& question, const CString& tit
 }
 
 std::optional<CString> CConsoleUserInterface::ChooseFile(const FileRequest& request) {
-  std::string prompt = request.title.ToUtf8();
-  if (prompt.empty())
-    prompt = request.save ? "Save as" : "Open";
-  if (!request.defaultPath.IsEmpty())
-    prompt += " [" + request.defaultPath.ToUtf8() + "]";
+  std::string prompt = request.save ? "Save as" : "Open";
+  if (!request.fileName.IsEmpty())
+    prompt += " [" + request.fileName.ToUtf8() + "]";
   const auto answer = m_pState->Ask(prompt + ": ");
   if (!answer || answer->IsEmpty())
     return std::nullopt;
@@ -122,6 +121,22 @@ int CConsoleUserInterface::ShowPopupMenu(const CStringArray& entries) {
       return index;
     m_pState->streams.WriteError("No such entry: " + digits + "\n");
   }
+}
+
+std::unique_ptr<CDialogWindow> CConsoleUserInterface::CreateDialogWindow(const CDialogDescription& description,
+                                                                         CDialogEvents& events) {
+  std::vector<brindle::DialogTemplate> templates;
+  for (const std::vector<std::byte>& bytes : description.templates) {
+    auto dialogTemplate = brindle::ReadDialogTemplate(bytes);
+    if (!dialogTemplate)
+      return nullptr;
+    templates.push_back(std::move(*dialogTemplate));
+  }
+  State* state = m_pState.get();
+  return std::make_unique<brindle::ConsoleDialog>(
+      description, templates, events,
+      brindle::ConsoleDialog::Terminal{[state](const std::string& prompt) { return state->Ask(prompt); },
+                                       [state](const std::string& text) { state->streams.WriteError(text); }});
 }
 
 unsigned CConsoleUserInterface::StartTimer(unsigned period, std::function<void()> tick) {

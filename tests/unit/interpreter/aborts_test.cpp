@@ -61,7 +61,7 @@ TEST_F(AbortsTest, every_place_of_a_call_is_left) {
 
 // A loop of the main program is no scope: it stays, as after "end".
 TEST_F(AbortsTest, loops_of_the_main_program_stay_on_the_control_stack) {
-  Run("for i = 1 to 3\ncall fail()\nnext\nend\nsub fail()\nfor k = 1 to 3\nnext\nnext\nendsub\n");
+  Run("for i = 1 to 3\ncall fail()\nnext\nend\nsub fail()\nfor k = 1 to 3\nx = nope()\nnext\nendsub\n");
   ASSERT_EQ(State().control.size(), 1U);
   EXPECT_EQ(State().control[0].name.ToUtf8(), "i");
 }

@@ -95,7 +95,7 @@ TEST_F(LifecycleTest, a_definition_found_again_takes_its_new_place_and_body) {
 }
 
 TEST_F(LifecycleTest, a_procedure_of_the_first_script_still_works_in_the_second) {
-  Run("end\nfunction greet(name)\nif name = \"x\" then\ngreet = \"nobody\"\nelse\n"
+  Run("end\nfunction greet(name)\nif name = \"x\" then\ngreet = \"nobody\"\nelse\nt = \"\"\n"
       "for i = 1 to 2\nt = name + t\nnext\ngreet = \"hello \" + t\nendif\nendfunction\n",
       "first.bas");
   Run("print greet(\"x\")\nprint greet(\"y\")\nprint \"still here\"\n", "second.bas");

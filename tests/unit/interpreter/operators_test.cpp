@@ -16,8 +16,8 @@ TEST_F(OperatorsTest, arithmetic_operators_have_their_codes) {
     known += operation;
   }
   for (char16_t unit = 0; unit < 300; ++unit) {
-    if (known.find(unit) == std::u16string::npos)
-      EXPECT_EQ(Access::GetArithOperation(unit), ARITHMETIC_NONE) << static_cast<int>(unit);
+    const bool isOperator = known.find(unit) != std::u16string::npos;
+    EXPECT_EQ(Access::GetArithOperation(unit) != ARITHMETIC_NONE, isOperator) << static_cast<int>(unit);
   }
 }
 

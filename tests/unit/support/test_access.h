@@ -107,6 +107,11 @@ struct BrindleTestAccess {
     return interpreter.ExecPointOffset(result, arguments, type);
   }
 
+  static bool ExecComPortOperation(CBrindle& interpreter, CBasicVariable& result, CBasicVariableArray& arguments,
+                                   FUNCTION_TYPE type) {
+    return interpreter.ExecComPortOperation(result, arguments, type);
+  }
+
   // Calls.
   static int GetParamList(CBrindle& interpreter, CBasicVariableArray& arguments) {
     return interpreter.GetParamList(arguments);

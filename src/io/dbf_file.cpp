@@ -1,0 +1,127 @@
+#include "io/dbf_file.h"
+
+#include "platform/path.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+
+namespace brindle {
+
+namespace {
+
+constexpr std::size_t kLargestBlock = 64 * 1024;
+constexpr std::uint64_t kUnknown = std::numeric_limits<std::uint64_t>::max();
+
+// How often tables were written to, by a hash of the file's name without its folder: two paths may lead to one
+// file. Names that share a counter cost a block read again, no more.
+std::array<std::atomic<std::uint64_t>, 256> writeCounts;
+
+std::atomic<std::uint64_t>& WriteCountOf(const CString& path) {
+  CString name(path.View().substr(DirectoryPart(path.View()).size()));
+  return writeCounts[name.MakeLower().Hash() % writeCounts.size()];
+}
+
+} // namespace
+
+bool TableFile::Open(const CString& path, unsigned flags) {
+  Close();
+  if (!m_file.Open(path.View(), flags))
+    return false;
+  m_pWrites = &WriteCountOf(path);
+  return true;
+}
+
+void TableFile::Close() noexcept {
+  m_file.Close();
+  m_nPosition = 0;
+  m_nFilePosition = 0;
+  DropBlock();
+}
+
+void TableFile::DropBlock() noexcept {
+  m_block.clear();
+  m_nNextBlock = 0;
+}
+
+void TableFile::Seek(std::uint64_t position) noexcept {
+  if (position == m_nPosition)
+    return;
+  m_nPosition = position;
+  DropBlock();
+}
+
+void TableFile::MoveFileTo(std::uint64_t position) {
+  if (m_nFilePosition == position)
+    return;
+  if (position > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()))
+    throw CFileException(CFileException::badSeek, 0);
+  m_nFilePosition = kUnknown;
+  m_nFilePosition = m_file.Seek(static_cast<std::int64_t>(position), CFile::begin);
+}
+
+std::string_view TableFile::Peek(std::size_t count) {
+  const std::uint64_t writes = m_pWrites->load(std::memory_order_acquire);
+  const std::uint64_t blockEnd = m_nBlockStart + m_block.size();
+  const bool current = writes == m_nWritesSeen;
+  const bool inBlock = m_nPosition >= m_nBlockStart && m_nPosition <= blockEnd;
+  if (current && inBlock && blockEnd - m_nPosition >= count)
+    return std::string_view(m_block).substr(static_cast<std::size_t>(m_nPosition - m_nBlockStart), count);
+
+  // A reader that goes on where it was gets more each time; one that jumps about, or whose file is being written
+  // to, gets only what it asks for.
+  const std::size_t size = current ? std::max(count, m_nNextBlock) : count;
+  DropBlock();
+  MoveFileTo(m_nPosition);
+  m_block.resize(size);
+  m_nFilePosition = kUnknown;
+  std::size_t got = 0;
+  try {
+    got = m_file.Read(m_block.data(), size);
+  } catch (...) {
+    DropBlock();
+    throw;
+  }
+  m_block.resize(got);
+  m_nFilePosition = m_nPosition + got;
+  m_nBlockStart = m_nPosition;
+  m_nWritesSeen = writes;
+  m_nNextBlock = std::min(size * 2, kLargestBlock);
+  return std::string_view(m_block).substr(0, count);
+}
+
+void TableFile::Write(std::string_view bytes) {
+  MoveFileTo(m_nPosition);
+  m_nFilePosition = kUnknown;
+  try {
+    m_file.Write(bytes.data(), bytes.size());
+  } catch (...) {
+    m_pWrites->fetch_add(1, std::memory_order_acq_rel); // some of the bytes may be there
+    throw;
+  }
+  CountWrite(bytes);
+  m_nPosition += bytes.size();
+  m_nFilePosition = m_nPosition;
+}
+
+// Tells other tables, and brings the own block up to date where that was the only write since.
+void TableFile::CountWrite(std::string_view bytes) noexcept {
+  const std::uint64_t writes = m_pWrites->fetch_add(1, std::memory_order_acq_rel);
+  if (writes != m_nWritesSeen)
+    return;
+  m_nWritesSeen = writes + 1;
+  const std::uint64_t blockEnd = m_nBlockStart + m_block.size();
+  const std::uint64_t from = std::max(m_nPosition, m_nBlockStart);
+  const std::uint64_t to = std::min<std::uint64_t>(m_nPosition + bytes.size(), blockEnd);
+  if (from < to)
+    std::copy(bytes.begin() + static_cast<std::ptrdiff_t>(from - m_nPosition),
+              bytes.begin() + static_cast<std::ptrdiff_t>(to - m_nPosition),
+              m_block.begin() + static_cast<std::ptrdiff_t>(from - m_nBlockStart));
+}
+
+void TableFile::SetLength(std::uint64_t length) {
+  m_pWrites->fetch_add(1, std::memory_order_acq_rel);
+  m_file.SetLength(length);
+}
+
+} // namespace brindle

@@ -1,0 +1,155 @@
+// Window-level statements and functions: focus, closing, questions, file dialogs, menus, handles, messages.
+#include "brindle/interpreter.h"
+#include "interpreter/error_numbers.h"
+#include "interpreter/state.h"
+#include "platform/collections.h"
+#include "platform/number_text.h"
+#include "ui/script_dialog.h"
+
+using namespace brindle;
+
+ScriptDialog* CBrindle::CurrentDialog() const noexcept {
+  return m_pState->openDialogs.empty() ? nullptr : m_pState->openDialogs.back();
+}
+
+bool CBrindle::GetControlWindow(int id) const {
+  const ScriptDialog* dialog = CurrentDialog();
+  return dialog != nullptr && dialog->HasControl(id);
+}
+
+void CBrindle::CloseDialogs() {
+  for (ScriptDialog* dialog : m_pState->openDialogs)
+    dialog->window->End(CDialogWindow::kCancel);
+}
+
+bool CBrindle::ExecCloseDialog() {
+  ScriptDialog* dialog = CurrentDialog();
+  if (dialog == nullptr) {
+    ReportError(kErrorNoDialog);
+    return false;
+  }
+  dialog->window->End(CDialogWindow::kOk);
+  return true;
+}
+
+bool CBrindle::ExecSetFocus() {
+  CBasicVariable value;
+  get_exp(value);
+  const int id = ToInt32(value.GetNumberValue());
+  if (!GetControlWindow(id))
+    return false;
+  CurrentDialog()->window->SetFocus(id);
+  return true;
+}
+
+bool CBrindle::ExecAsk(CBasicVariable& result, Arguments& args, FUNCTION_TYPE) {
+  if (!CheckLeast(args, 1))
+    return false;
+  const bool yes = GetUserInterface().AskYesNo(args[0].GetStringValue(), CString());
+  AfterUserInterface();
+  result.SetValue(yes ? 1 : 0);
+  return true;
+}
+
+// fileopendlg/filesaveasdlg(name, extension, filter [, folder]); what is not given is empty
+bool CBrindle::ExecFileDlg(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type) {
+  result.SetValue(CString());
+  const auto textOf = [&args](int i) { return i < args.GetSize() ? args[i].GetStringValue() : CString(); };
+  CUserInterface::FileRequest request;
+  request.save = type == FUNCTION_FILESAVEASDLG;
+  request.fileName = textOf(0);
+  request.defaultExtension = textOf(1);
+  request.filter = textOf(2);
+  request.initialFolder = textOf(3);
+  const auto path = GetUserInterface().ChooseFile(request);
+  AfterUserInterface();
+  if (path)
+    result.SetValue(*path);
+  return true;
+}
+
+bool CBrindle::ExecPopupMenu(CBasicVariable& result, Arguments& args, FUNCTION_TYPE) {
+  if (!CheckLeast(args, 1))
+    return false;
+  CStringArray entries;
+  for (CBasicVariable& argument : args) {
+    for (int i = 0; i < argument.GetNumItems(); ++i) {
+      argument.SetCurIndex(i);
+      entries.Add(argument.GetStringValue());
+    }
+  }
+  const int chosen = GetUserInterface().ShowPopupMenu(entries);
+  AfterUserInterface();
+  result.SetValue(chosen);
+  return true;
+}
+
+bool CBrindle::ExecWindowHandle(CBasicVariable& result, Arguments& args, FUNCTION_TYPE) {
+  const ScriptDialog* dialog = CurrentDialog();
+  const int id = args.IsEmpty() ? CDialogWindow::kWindow : ToInt32(args[0].GetNumberValue());
+  const bool found = dialog != nullptr && (args.IsEmpty() || dialog->HasControl(id));
+  result.SetValue(found ? static_cast<int>(dialog->window->GetHandle(id)) : 0);
+  return true;
+}
+
+// copydata(title, code, text): "OnCopyData" at the interpreter whose open dialog has that title
+bool CBrindle::ExecCopyData(CBasicVariable& result, Arguments& args, FUNCTION_TYPE) {
+  if (!CheckCount(args, 3))
+    return false;
+  const CString title = args[0].GetStringValue();
+  for (void* member : m_List) {
+    auto* interpreter = static_cast<CBrindle*>(member);
+    for (const ScriptDialog* dialog : interpreter->m_pState->openDialogs) {
+      if (dialog->window->GetText(CDialogWindow::kWindow) != title)
+        continue;
+      Arguments data;
+      data.Add(args[1]);
+      data.Add(args[2]);
+      interpreter->EventThrow(CString(u"OnCopyData"), data);
+      result.SetValue(1);
+      return true;
+    }
+  }
+  result.SetValue(0);
+  return true;
+}
+
+// Deliberate: a reserved name that does nothing.
+bool CBrindle::ExecSendMessage(CBasicVariable&, Arguments&, FUNCTION_TYPE) {
+  return true;
+}
+
+// controlvalue(id [, "selection" | "text"])
+bool CBrindle::ExecGetControlValue(CBasicVariable& result, Arguments& args, FUNCTION_TYPE) {
+  if (!CheckLeast(args, 1))
+    return false;
+  const auto fail = [this](int number) {
+    ReportError(number);
+    return false;
+  };
+  const ScriptDialog* dialog = CurrentDialog();
+  if (dialog == nullptr)
+    return fail(kErrorNoDialog);
+  const int id = ToInt32(args[0].GetNumberValue());
+  if (!dialog->HasControl(id))
+    return fail(kErrorControlId);
+  if (args.GetSize() < 2) {
+    result.Set(dialog->ValueOf(id));
+    return true;
+  }
+  const CString what = args[1].GetStringValue();
+  if (what.CompareNoCase(CString(u"text")) == 0) {
+    result.SetValue(dialog->window->GetText(id));
+    return true;
+  }
+  if (what.CompareNoCase(CString(u"selection")) != 0)
+    return fail(kErrorParameter);
+  const std::vector<int> selection = dialog->window->GetSelection(id);
+  if (dialog->Kind(id) != ControlKind::MultiListBox) {
+    result.SetValue(selection.empty() ? -1 : selection.front());
+    return true;
+  }
+  for (const int index : selection)
+    result.AddItem(index);
+  return true;
+}

@@ -1,0 +1,3 @@
+library "lib.bas"
+goto there  # expect error 7: Duplicate label
+end

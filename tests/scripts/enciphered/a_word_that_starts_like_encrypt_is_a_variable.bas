@@ -1,0 +1,2 @@
+encrypted = 5
+print encrypted  # expect: 5.000000

@@ -1,0 +1,3 @@
+function twice(n)
+twice = 2 * n
+endfunction

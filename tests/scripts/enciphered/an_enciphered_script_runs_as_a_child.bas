@@ -1,0 +1,2 @@
+run "child.bas"  # expect: hi
+print "behind"  # expect: behind

@@ -1,0 +1,3 @@
+print "hi"  # expect: hi
+encrypt
+print "plain"  # expect: plain

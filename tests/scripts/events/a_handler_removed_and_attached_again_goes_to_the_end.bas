@@ -1,0 +1,14 @@
+event create alarm h
+event create alarm other
+event remove alarm h
+event create alarm h
+throw alarm("x")
+# expect: other x
+# expect: h x
+end
+sub h(v)
+  print "h "; v
+endsub
+sub other(v)
+  print "other "; v
+endsub

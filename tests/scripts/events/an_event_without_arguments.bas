@@ -1,0 +1,6 @@
+event create alarm ring
+throw alarm()  # expect: rings
+end
+sub ring()
+  print "rings"
+endsub

@@ -1,0 +1,3 @@
+event
+print "behind"  # expect error 1: Syntax error
+# expect: behind

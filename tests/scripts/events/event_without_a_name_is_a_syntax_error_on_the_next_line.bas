@@ -1,0 +1,3 @@
+event create
+print "behind"  # expect error 1: Syntax error
+# expect: behind

@@ -1,0 +1,11 @@
+event remove alarm h
+event create alarm h
+event remove alarm other
+throw alarm("x")  # expect: h x
+end
+sub h(v)
+  print "h "; v
+endsub
+sub other(v)
+  print "other "; v
+endsub

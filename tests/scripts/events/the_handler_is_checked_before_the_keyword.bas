@@ -1,0 +1,1 @@
+event clear alarm nowhere  # expect error 21: Undefined function name

@@ -1,0 +1,3 @@
+throw
+print "behind"  # expect error 1: Syntax error
+# expect: behind

@@ -1,0 +1,1 @@
+throw alarm(nope)  # expect error 22: Incorrect function call

@@ -1,0 +1,3 @@
+throw nothing(1)
+throw nothing()
+print "behind"  # expect: behind

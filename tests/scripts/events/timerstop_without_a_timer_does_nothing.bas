@@ -1,0 +1,3 @@
+timerstop
+timerstop
+print "behind"  # expect: behind

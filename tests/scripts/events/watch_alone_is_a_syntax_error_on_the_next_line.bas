@@ -1,0 +1,3 @@
+watch
+print "behind"  # expect error 1: Syntax error
+# expect: behind

@@ -1,0 +1,2 @@
+map clear "m"
+print mapset("m", "k", 1); maphas("m", "k")  # expect: FalseFalse

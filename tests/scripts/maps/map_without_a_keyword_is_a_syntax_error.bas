@@ -1,0 +1,2 @@
+map ,  # expect error 1: Syntax error
+print maphas("m", "k")  # expect: False

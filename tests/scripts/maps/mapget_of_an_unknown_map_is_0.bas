@@ -1,0 +1,1 @@
+print mapget("nope", "k")  # expect: 0.000000

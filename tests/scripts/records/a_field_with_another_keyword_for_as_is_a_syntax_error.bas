@@ -1,0 +1,7 @@
+type Bad
+  a as integer
+  u byval integer  # expect error 1: Syntax error
+  b as integer
+endtype
+print "behind"  # expect: behind
+dim r as Bad    # expect error 1: Syntax error

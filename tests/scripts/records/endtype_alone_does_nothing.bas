@@ -1,0 +1,2 @@
+endtype
+print "behind"  # expect: behind

@@ -1,0 +1,579 @@
+// Serial lines: which device, which modes, how long a call waits, and what a lost device does.
+#include "platform/serial_line.h"
+
+#include "support/pseudo_terminal.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <sys/time.h>
+#include <sys/wait.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdint>
+#include <ctime>
+#include <fstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace brindle {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// Milliseconds of running time, and of this thread's own work in them.
+class Watch {
+public:
+  [[nodiscard]] int Elapsed() const {
+    return static_cast<int>(std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - m_start).count());
+  }
+  [[nodiscard]] int Worked() const { return Cpu() - m_nCpu; }
+
+private:
+  static int Cpu() {
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<int>(time.tv_sec * 1000 + time.tv_nsec / 1000000);
+  }
+  Clock::time_point m_start = Clock::now();
+  int m_nCpu = Cpu();
+};
+
+// A wait that is much longer than any delay of a busy machine, for "at once"; and what a wait may last beyond its time.
+constexpr int kLongWait = 20000;
+constexpr int kMargin = 10000;
+
+class SerialLineTest : public testing::Test {
+protected:
+  SerialLineTest() { m_folder.Link(1, m_far.Device()); }
+
+  void OpenRaw() {
+    ASSERT_TRUE(m_line.Open(u"COM1:"));
+    ASSERT_TRUE(m_line.Configure({}));
+  }
+  [[nodiscard]] std::string Read(int milliseconds, std::size_t capacity = 100) {
+    std::string bytes(capacity, '\0');
+    bytes.resize(m_line.Read(bytes.data(), capacity, milliseconds));
+    return bytes;
+  }
+
+  DeviceFolder m_folder;
+  PseudoTerminal m_far;
+  SerialLine m_line;
+};
+
+// ---- which device
+
+TEST(SerialDevices, are_looked_up_by_their_number) {
+  DeviceFolder folder;
+  const std::string inFolder = folder.Path().string() + "/com";
+  struct Row {
+    const char16_t *name;
+    std::string withFolder;
+    std::string without;
+  };
+  const Row rows[] = {
+      {u"COM1:", inFolder + "1", "/dev/ttyS0"},
+      {u"COM9:", inFolder + "9", "/dev/ttyS8"},
+      {u"COM10:", inFolder + "10", "/dev/ttyS9"},
+      {u"COM999999999:", inFolder + "999999999", "/dev/ttyS999999998"},
+      {u"COM0:", inFolder + "0", ""}, // there is no device before the first
+      {u"COM-1:", "", ""},
+      {u"COM:", "", ""},
+      {u"COM1", "", ""},
+      {u"COM1:x", "", ""},
+      {u"COM1/../2:", "", ""},
+      {u"COM9999999999:", "", ""},
+      {u"LPT1:", "", ""},
+      {u"", "", ""},
+  };
+  for (const Row &row : rows) {
+    SCOPED_TRACE(testing::PrintToString(std::u16string(row.name)));
+    setenv("BRINDLE_DEVICES", folder.Path().c_str(), 1);
+    EXPECT_EQ(FindSerialDevice(row.name), row.withFolder);
+    unsetenv("BRINDLE_DEVICES");
+    EXPECT_EQ(FindSerialDevice(row.name), row.without);
+    setenv("BRINDLE_DEVICES", "", 1);
+    EXPECT_EQ(FindSerialDevice(row.name), row.without) << "an empty folder name is none";
+  }
+}
+
+TEST(SerialDevices, that_are_no_terminals_do_not_open) {
+  DeviceFolder folder;
+  std::ofstream(folder.Path() / "plain") << "text";
+  mkfifo((folder.Path() / "pipe").c_str(), 0600);
+  struct Row {
+    const char *device;
+    int error;
+  };
+  const Row rows[] = {
+      {"plain", ENOTTY}, {"pipe", ENOTTY}, {"/dev/null", ENOTTY}, {".", EISDIR}, {"missing", ENOENT}, {"com1", ELOOP},
+  };
+  for (const Row &row : rows) {
+    SCOPED_TRACE(row.device);
+    folder.Link(1, row.device);
+    SerialLine line;
+    EXPECT_FALSE(line.Open(u"COM1:"));
+    EXPECT_FALSE(line.IsOpen());
+    EXPECT_EQ(line.LastError(), row.error);
+  }
+  SerialLine line;
+  EXPECT_FALSE(line.Open(u"COM2:"));
+  EXPECT_EQ(line.LastError(), ENOENT);
+}
+
+TEST(SerialDevices, a_closed_line_does_nothing) {
+  SerialLine line;
+  char byte = 'x';
+  EXPECT_EQ(line.Read(&byte, 1, kLongWait), 0U);
+  EXPECT_EQ(line.Write(&byte, 1, kLongWait), 0U);
+  EXPECT_EQ(line.BytesWaiting(), 0U);
+  EXPECT_FALSE(line.PurgeInput());
+  EXPECT_FALSE(line.SetBreak());
+  EXPECT_FALSE(line.ClearBreak());
+  EXPECT_FALSE(line.Configure({}));
+  line.Close();
+}
+
+TEST(SystemMessages, are_those_of_the_system) {
+  EXPECT_EQ(SystemMessage(ENOENT), "No such file or directory");
+  EXPECT_EQ(SystemMessage(EBUSY), "Device or resource busy");
+  EXPECT_EQ(SystemMessage(99999), "");
+}
+
+// ---- which modes
+
+constexpr std::uint32_t kParityFlags = PARENB | PARODD | CMSPAR;
+
+TEST(SerialModes, say_what_the_settings_say) {
+  struct Row {
+    const char *name;
+    LineSettings settings;
+    std::uint32_t control; // of the flags compared here
+    std::uint32_t input;
+  };
+  const auto with = [](auto change) {
+    LineSettings settings;
+    change(settings);
+    return settings;
+  };
+  using S = LineSettings;
+  const Row rows[] = {
+      {"as they come", {}, CS8, 0},
+      {"5 data bits", with([](S &s) { s.dataBits = 5; }), CS5, 0},
+      {"6 data bits", with([](S &s) { s.dataBits = 6; }), CS6, 0},
+      {"7 data bits", with([](S &s) { s.dataBits = 7; }), CS7, 0},
+      {"9 data bits are 8", with([](S &s) { s.dataBits = 9; }), CS8, 0},
+      {"odd parity", with([](S &s) { s.parity = 1; }), CS8 | PARENB | PARODD, 0},
+      {"even parity", with([](S &s) { s.parity = 2; }), CS8 | PARENB, 0},
+      {"mark parity", with([](S &s) { s.parity = 3; }), CS8 | PARENB | PARODD | CMSPAR, 0},
+      {"space parity", with([](S &s) { s.parity = 4; }), CS8 | PARENB | CMSPAR, 0},
+      {"parity 5 is none", with([](S &s) { s.parity = 5; }), CS8, 0},
+      {"parity is checked", with([](S &s) { s.parityCheck = true; }), CS8, INPCK},
+      {"one and a half stop bits are two", with([](S &s) { s.stopBits = 1; }), CS8 | CSTOPB, 0},
+      {"two stop bits", with([](S &s) { s.stopBits = 2; }), CS8 | CSTOPB, 0},
+      {"stop bits 3 are one", with([](S &s) { s.stopBits = 3; }), CS8, 0},
+      {"CTS alone", with([](S &s) { s.ctsOutputFlow = true; }), CS8 | CRTSCTS, 0},
+      {"RTS alone", with([](S &s) { s.rts = SignalControl::Handshake; }), CS8 | CRTSCTS, 0},
+      {"RTS off", with([](S &s) { s.rts = SignalControl::Off; }), CS8, 0},
+      {"DSR and DTR have no flag", with([](S &s) {
+         s.dsrOutputFlow = true;
+         s.dtr = SignalControl::Handshake;
+       }),
+       CS8, 0},
+      {"XON/XOFF of output", with([](S &s) { s.xonXoffOutput = true; }), CS8, IXON},
+      {"XON/XOFF of input", with([](S &s) { s.xonXoffInput = true; }), CS8, IXOFF},
+  };
+  for (const Row &row : rows) {
+    SCOPED_TRACE(row.name);
+    // Whatever the device had before.
+    for (const std::uint32_t before : {0U, ~0U}) {
+      LineModes current{before, before, before, before, before, before, 1, 2, 3, 4};
+      const LineModes modes = ModesFor(row.settings, current);
+      EXPECT_EQ(modes.control & (CSIZE | CSTOPB | kParityFlags | static_cast<std::uint32_t>(CRTSCTS)), row.control);
+      EXPECT_EQ(modes.control & (CREAD | CLOCAL | HUPCL), static_cast<std::uint32_t>(CREAD | CLOCAL | HUPCL));
+      EXPECT_EQ(modes.input & (INPCK | IXON | IXOFF), row.input);
+      EXPECT_EQ(modes.input & (BRKINT | PARMRK | IGNPAR | ISTRIP | INLCR | IGNCR | ICRNL | IXANY | IGNBRK),
+                static_cast<std::uint32_t>(IGNBRK));
+      EXPECT_EQ(modes.output & OPOST, 0U);
+      EXPECT_EQ(modes.local & (ISIG | ICANON | ECHO | ECHONL | IEXTEN), 0U);
+      EXPECT_EQ(modes.start, 0x11);
+      EXPECT_EQ(modes.stop, 0x13);
+      EXPECT_EQ(modes.leastBytes, 1);
+      EXPECT_EQ(modes.readTime, 0);
+    }
+  }
+}
+
+TEST(SerialModes, every_rate_is_asked_for_as_it_is) {
+  struct Row {
+    std::uint32_t baudRate;
+    std::uint32_t code;
+  };
+  const Row rows[] = {
+      {1, BOTHER},         {50, B50},           {75, B75},           {110, B110},         {134, B134},
+      {150, B150},         {200, B200},         {300, B300},         {600, B600},         {1200, B1200},
+      {1800, B1800},       {2400, B2400},       {4800, B4800},       {7200, BOTHER},      {9600, B9600},
+      {12345, BOTHER},     {14400, BOTHER},     {19200, B19200},     {28800, BOTHER},     {38400, B38400},
+      {56000, BOTHER},     {57600, B57600},     {76800, BOTHER},     {115200, B115200},   {128000, BOTHER},
+      {230400, B230400},   {250000, BOTHER},    {256000, BOTHER},    {460800, B460800},   {500000, B500000},
+      {576000, B576000},   {921600, B921600},   {1000000, B1000000}, {1152000, B1152000}, {1500000, B1500000},
+      {2000000, B2000000}, {2500000, B2500000}, {3000000, B3000000}, {3500000, B3500000}, {4000000, B4000000},
+      {12000000, BOTHER},
+  };
+  PseudoTerminal far;
+  DeviceFolder folder;
+  folder.Link(1, far.Device());
+  SerialLine line;
+  ASSERT_TRUE(line.Open(u"COM1:"));
+  for (const Row &row : rows) {
+    SCOPED_TRACE(row.baudRate);
+    LineSettings settings;
+    settings.baudRate = row.baudRate;
+    const LineModes modes = ModesFor(settings, {});
+    EXPECT_EQ(modes.control & CBAUD, row.code);
+    EXPECT_EQ(modes.control >> IBSHIFT & CBAUD, 0U) << "input as output";
+    EXPECT_EQ(modes.inputSpeed, row.baudRate);
+    EXPECT_EQ(modes.outputSpeed, row.baudRate);
+    // And the system takes it.
+    EXPECT_TRUE(line.Configure(settings));
+    EXPECT_EQ(far.Modes().c_ospeed, row.baudRate);
+    EXPECT_EQ(far.Modes().c_ispeed, row.baudRate);
+  }
+}
+
+TEST(SerialModes, rate_0_keeps_the_rate) {
+  LineModes current;
+  current.control = B19200;
+  current.inputSpeed = current.outputSpeed = 19200;
+  LineSettings settings;
+  settings.baudRate = 0;
+  const LineModes modes = ModesFor(settings, current);
+  EXPECT_EQ(modes.control & CBAUD, static_cast<std::uint32_t>(B19200));
+  EXPECT_EQ(modes.outputSpeed, 19200U);
+}
+
+TEST(SerialModes, what_the_settings_do_not_speak_of_stays) {
+  LineModes current;
+  current.output = ONLCR;
+  current.local = NOFLSH;
+  current.input = IUTF8;
+  const LineModes modes = ModesFor({}, current);
+  EXPECT_EQ(modes.output, static_cast<std::uint32_t>(ONLCR));
+  EXPECT_EQ(modes.local, static_cast<std::uint32_t>(NOFLSH));
+  EXPECT_EQ(modes.input, static_cast<std::uint32_t>(IUTF8 | IGNBRK));
+}
+
+TEST(SerialModes, a_device_that_refuses_is_asked_for_less_and_less) {
+  LineSettings wanted;
+  EXPECT_EQ(NearestSettings(wanted).front(), wanted);
+  wanted = {.baudRate = 12000,
+            .parityCheck = true,
+            .ctsOutputFlow = true,
+            .dsrOutputFlow = true,
+            .dtr = SignalControl::Handshake,
+            .rts = SignalControl::Handshake,
+            .xonXoffOutput = true,
+            .xonXoffInput = true,
+            .dataBits = 7,
+            .parity = 3,
+            .stopBits = 2};
+  const std::vector<LineSettings> tries = NearestSettings(wanted);
+  ASSERT_EQ(tries.size(), 6U);
+  LineSettings expected = wanted;
+  EXPECT_EQ(tries[0], expected);
+  expected.parity = 0;
+  expected.parityCheck = false;
+  EXPECT_EQ(tries[1], expected) << "without mark parity";
+  expected.ctsOutputFlow = expected.dsrOutputFlow = expected.xonXoffOutput = expected.xonXoffInput = false;
+  expected.dtr = expected.rts = SignalControl::On;
+  EXPECT_EQ(tries[2], expected) << "without a handshake";
+  expected.baudRate = 9600;
+  EXPECT_EQ(tries[3], expected) << "with the nearest standard rate";
+  expected.dataBits = 8;
+  expected.stopBits = 0;
+  EXPECT_EQ(tries[4], expected) << "with the frame that every device has";
+  expected.baudRate = 0;
+  EXPECT_EQ(tries[5], expected) << "at the device's own rate";
+}
+
+TEST(SerialModes, the_nearest_standard_rate_is_nearest_by_ratio) {
+  struct Row {
+    std::uint32_t wanted;
+    std::uint32_t nearest;
+  };
+  // 14000 : 9600 is 1.46, 19200 : 14000 is 1.37.
+  const Row rows[] = {{1, 50}, {14000, 19200}, {13000, 9600}, {9600, 9600}, {5000000, 4000000}, {~0U, 4000000}};
+  for (const Row &row : rows) {
+    LineSettings settings;
+    settings.baudRate = row.wanted;
+    std::vector<std::uint32_t> rates;
+    for (const LineSettings &candidate : NearestSettings(settings))
+      if (rates.empty() || candidate.baudRate != rates.back())
+        rates.push_back(candidate.baudRate);
+    const bool isStandard = row.wanted == row.nearest;
+    EXPECT_EQ(rates, (isStandard ? std::vector<std::uint32_t>{row.wanted, 0}
+                                 : std::vector<std::uint32_t>{row.wanted, row.nearest, 0}));
+  }
+}
+
+TEST_F(SerialLineTest, the_device_gets_the_modes_and_may_refuse_parity) {
+  ASSERT_TRUE(m_line.Open(u"COM1:"));
+  LineSettings settings;
+  settings.parity = 2;
+  settings.parityCheck = true;
+  settings.dataBits = 7;
+  settings.stopBits = 2;
+  settings.ctsOutputFlow = true;
+  settings.xonXoffOutput = settings.xonXoffInput = true;
+  EXPECT_TRUE(m_line.Configure(settings));
+  const termios2 modes = m_far.Modes();
+  EXPECT_EQ(modes.c_cflag & (CSIZE | PARENB), static_cast<std::uint32_t>(CS8)) << "a pseudo-terminal has no parity";
+  EXPECT_NE(modes.c_cflag & CSTOPB, 0U);
+  EXPECT_NE(modes.c_cflag & static_cast<std::uint32_t>(CRTSCTS), 0U);
+  EXPECT_EQ(modes.c_iflag & (IXON | IXOFF | INPCK), static_cast<std::uint32_t>(IXON | IXOFF | INPCK));
+  EXPECT_EQ(modes.c_lflag & (ICANON | ECHO), 0U);
+  EXPECT_EQ(modes.c_cc[VSTART], 0x11);
+  EXPECT_EQ(modes.c_cc[VSTOP], 0x13);
+}
+
+// ---- opening and closing
+
+TEST_F(SerialLineTest, opens_for_one_only) {
+  OpenRaw();
+  EXPECT_TRUE(m_far.IsExclusive());
+  SerialLine second;
+  EXPECT_FALSE(second.Open(u"COM1:"));
+  EXPECT_EQ(second.LastError(), EBUSY);
+  EXPECT_EQ(m_line.Write("x", 1, kLongWait), 1U) << "the first one is not disturbed";
+  m_line.Close();
+  EXPECT_FALSE(m_far.IsExclusive());
+  EXPECT_TRUE(second.Open(u"COM1:"));
+  EXPECT_TRUE(second.Open(u"COM1:")) << "opening again closes first";
+}
+
+TEST_F(SerialLineTest, does_not_become_the_controlling_terminal) {
+  const pid_t child = fork();
+  if (child == 0) {
+    // The leader of a new session takes the first terminal that it opens without care.
+    setsid();
+    SerialLine line;
+    const bool opened = line.Open(u"COM1:");
+    _exit(!opened ? 2 : open("/dev/tty", O_RDWR) < 0 ? 0 : 1);
+  }
+  int status = -1;
+  waitpid(child, &status, 0);
+  EXPECT_EQ(status, 0);
+}
+
+TEST_F(SerialLineTest, a_program_started_meanwhile_does_not_inherit_it) {
+  OpenRaw();
+  int found = 0;
+  for (const auto &entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+    std::error_code gone;
+    if (std::filesystem::read_symlink(entry.path(), gone) == m_far.Device()) {
+      ++found;
+      EXPECT_NE(fcntl(std::stoi(entry.path().filename()), F_GETFD) & FD_CLOEXEC, 0);
+    }
+  }
+  EXPECT_EQ(found, 2) << "the line and the observer";
+}
+
+TEST_F(SerialLineTest, what_was_written_before_closing_arrives) {
+  OpenRaw();
+  const std::string text(3000, 'w');
+  EXPECT_EQ(m_line.Write(text.data(), text.size(), kLongWait), text.size());
+  m_line.Close();
+  EXPECT_EQ(m_far.Receive(text.size()), text);
+}
+
+// ---- reading
+
+TEST_F(SerialLineTest, a_read_gives_what_is_there_at_once) {
+  OpenRaw();
+  m_far.Send("hello");
+  ASSERT_TRUE(m_far.AwaitBytes(5));
+  const Watch watch;
+  EXPECT_EQ(Read(kLongWait), "hello");
+  EXPECT_LT(watch.Elapsed(), kMargin);
+}
+
+TEST_F(SerialLineTest, a_read_waits_for_the_first_byte) {
+  OpenRaw();
+  std::thread sender([this] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(150));
+    m_far.Send("late");
+  });
+  const Watch watch;
+  EXPECT_EQ(Read(kLongWait, 1), "l");
+  EXPECT_GE(watch.Elapsed(), 100);
+  EXPECT_LT(watch.Elapsed(), kMargin);
+  sender.join();
+}
+
+TEST_F(SerialLineTest, a_silent_read_ends_after_its_time) {
+  OpenRaw();
+  for (const int milliseconds : {0, 10, 200}) {
+    const Watch watch;
+    EXPECT_EQ(Read(milliseconds), "");
+    EXPECT_GE(watch.Elapsed(), milliseconds);
+    EXPECT_LT(watch.Elapsed(), milliseconds + kMargin);
+  }
+  EXPECT_EQ(m_line.LastError(), 0) << "silence is no failure";
+}
+
+TEST_F(SerialLineTest, a_read_takes_no_more_than_asked_for) {
+  OpenRaw();
+  m_far.Send("abcdef");
+  ASSERT_TRUE(m_far.AwaitBytes(6));
+  EXPECT_EQ(Read(kLongWait, 2), "ab");
+  EXPECT_EQ(Read(kLongWait, 0), "");
+  EXPECT_EQ(Read(kLongWait), "cdef");
+}
+
+TEST_F(SerialLineTest, signals_neither_end_nor_lengthen_a_read) {
+  OpenRaw();
+  static volatile std::sig_atomic_t signals = 0;
+  signals = 0;
+  struct sigaction action {};
+  struct sigaction before {};
+  action.sa_handler = [](int) { signals = signals + 1; };
+  sigaction(SIGALRM, &action, &before);
+  itimerval period{{0, 5000}, {0, 5000}};
+  setitimer(ITIMER_REAL, &period, nullptr);
+  const Watch watch;
+  EXPECT_EQ(Read(300), "");
+  const int elapsed = watch.Elapsed();
+  m_far.Send("still here");
+  EXPECT_EQ(Read(kLongWait, 5), "still");
+  EXPECT_EQ(m_line.Write("yes", 3, kLongWait), 3U);
+  period = {};
+  setitimer(ITIMER_REAL, &period, nullptr);
+  sigaction(SIGALRM, &before, nullptr);
+  EXPECT_GT(signals, 5);
+  EXPECT_GE(elapsed, 300);
+  EXPECT_LT(elapsed, 300 + kMargin);
+}
+
+TEST_F(SerialLineTest, bytes_pass_as_they_are_in_both_directions) {
+  OpenRaw();
+  std::string every;
+  for (int byte = 0; byte < 256; ++byte)
+    every += static_cast<char>(byte);
+  m_far.Send(every);
+  ASSERT_TRUE(m_far.AwaitBytes(256));
+  EXPECT_EQ(Read(kLongWait, 300), every);
+  EXPECT_EQ(m_line.Write(every.data(), every.size(), kLongWait), every.size());
+  EXPECT_EQ(m_far.Receive(every.size()), every);
+  EXPECT_TRUE(m_far.IsSilent()) << "nothing is echoed";
+}
+
+TEST_F(SerialLineTest, waiting_bytes_are_counted_and_purged) {
+  OpenRaw();
+  EXPECT_EQ(m_line.BytesWaiting(), 0U);
+  m_far.Send("12345");
+  ASSERT_TRUE(m_far.AwaitBytes(5));
+  EXPECT_EQ(m_line.BytesWaiting(), 5U);
+  EXPECT_TRUE(m_line.PurgeInput());
+  EXPECT_EQ(m_line.BytesWaiting(), 0U);
+  EXPECT_EQ(Read(50), "");
+}
+
+// ---- writing
+
+TEST_F(SerialLineTest, a_long_write_goes_out_whole_while_somebody_reads) {
+  OpenRaw();
+  std::string sent;
+  for (int i = 0; i < 100000; ++i)
+    sent += static_cast<char>('a' + i % 26);
+  std::string received;
+  std::thread reader([&] { received = m_far.Receive(sent.size()); });
+  EXPECT_EQ(m_line.Write(sent.data(), sent.size(), kLongWait), sent.size());
+  reader.join();
+  EXPECT_EQ(received, sent);
+}
+
+TEST_F(SerialLineTest, a_write_that_nobody_takes_gives_up) {
+  OpenRaw();
+  const std::string text(1000000, 'x');
+  const Watch watch;
+  const std::size_t written = m_line.Write(text.data(), text.size(), 200);
+  EXPECT_LT(written, text.size());
+  EXPECT_GE(watch.Elapsed(), 200);
+  EXPECT_LT(watch.Elapsed(), 200 + kMargin);
+  EXPECT_LT(watch.Worked(), 500);
+  EXPECT_EQ(m_line.LastError(), ETIMEDOUT);
+  EXPECT_EQ(m_far.Receive(text.size(), 300).size(), written) << "it says how much it did write";
+}
+
+TEST_F(SerialLineTest, an_output_that_is_held_back_waits_goes_on_and_never_hangs) {
+  ASSERT_TRUE(m_line.Open(u"COM1:"));
+  LineSettings settings;
+  settings.xonXoffOutput = true;
+  ASSERT_TRUE(m_line.Configure(settings));
+  m_far.Send("\x13");
+  EXPECT_EQ(Read(100), "") << "XOFF is no data";
+  Watch watch;
+  EXPECT_EQ(m_line.Write("held", 4, 200), 0U);
+  EXPECT_GE(watch.Elapsed(), 200);
+  EXPECT_LT(watch.Elapsed(), 200 + kMargin);
+  EXPECT_EQ(m_line.LastError(), ETIMEDOUT);
+  m_far.Send("\x11");
+  EXPECT_EQ(m_line.Write("free", 4, kLongWait), 4U);
+  EXPECT_EQ(m_far.Receive(4), "free");
+  m_far.Send("\x13");
+  EXPECT_EQ(Read(100), "");
+  watch = {};
+  m_line.Close();
+  EXPECT_LT(watch.Elapsed(), kMargin);
+}
+
+TEST_F(SerialLineTest, break_goes_on_and_off) {
+  OpenRaw();
+  EXPECT_TRUE(m_line.SetBreak());
+  EXPECT_TRUE(m_line.ClearBreak());
+}
+
+// ---- a device that disappears
+
+TEST_F(SerialLineTest, a_lost_device_is_silent_and_takes_nothing) {
+  OpenRaw();
+  m_far.HangUp();
+  for (int attempt = 0; attempt < 2; ++attempt) {
+    const Watch watch;
+    EXPECT_EQ(Read(300), "");
+    EXPECT_GE(watch.Elapsed(), 300) << "a script that polls it must not spin";
+    EXPECT_LT(watch.Elapsed(), 300 + kMargin);
+    EXPECT_LT(watch.Worked(), 150);
+    EXPECT_EQ(m_line.LastError(), EIO);
+  }
+  const Watch watch;
+  EXPECT_EQ(m_line.Write("x", 1, kLongWait), 0U);
+  EXPECT_EQ(m_line.BytesWaiting(), 0U);
+  EXPECT_FALSE(m_line.PurgeInput());
+  EXPECT_FALSE(m_line.SetBreak());
+  EXPECT_FALSE(m_line.ClearBreak());
+  EXPECT_FALSE(m_line.Configure({}));
+  EXPECT_TRUE(m_line.IsOpen());
+  m_line.Close();
+  EXPECT_LT(watch.Elapsed(), kMargin);
+}
+
+TEST_F(SerialLineTest, a_device_lost_during_a_read_ends_it_in_time) {
+  OpenRaw();
+  std::thread breaker([this] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    m_far.HangUp();
+  });
+  const Watch watch;
+  EXPECT_EQ(Read(500), "");
+  EXPECT_GE(watch.Elapsed(), 500);
+  EXPECT_LT(watch.Elapsed(), 500 + kMargin);
+  EXPECT_LT(watch.Worked(), 250);
+  breaker.join();
+}
+
+} // namespace
+} // namespace brindle

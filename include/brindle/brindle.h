@@ -1,5 +1,6 @@
 // Everything a host needs, in one include.
 // Room: ui. Used by: hosts.
+// Invariant: brings in every public header.
 #pragma once
 
 #include "brindle/blowfish.h"

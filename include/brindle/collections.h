@@ -76,9 +76,10 @@ public:
   void SetAt(int index, ARG_TYPE element) { (*this)[index] = element; }
   /// As SetAt; an index at or past the end first grows the array to hold it.
   void SetAtGrow(int index, ARG_TYPE element) {
+    TYPE copy(std::forward<ARG_TYPE>(element)); // it may be one of the array's own
     if (index >= m_nSize)
       SetSize(index + 1);
-    SetAt(index, element);
+    (*this)[index] = std::move(copy);
   }
   [[nodiscard]] const TYPE& operator[](int index) const {
     assert(index >= 0 && index < m_nSize);
@@ -93,7 +94,7 @@ public:
 
   /// Appends and returns the new element's index. The element may be one of the array's own.
   int Add(ARG_TYPE element) {
-    TYPE copy(element);
+    TYPE copy(std::forward<ARG_TYPE>(element));
     GrowForOneMore();
     std::construct_at(m_pData + m_nSize, std::move(copy));
     return m_nSize++;
@@ -142,7 +143,13 @@ private:
   }
   void Move(int capacity) {
     TYPE* data = capacity == 0 ? nullptr : std::allocator<TYPE>().allocate(static_cast<std::size_t>(capacity));
-    std::uninitialized_move(m_pData, m_pData + m_nSize, data);
+    try {
+      std::uninitialized_move(m_pData, m_pData + m_nSize, data);
+    } catch (...) {
+      if (data != nullptr)
+        std::allocator<TYPE>().deallocate(data, static_cast<std::size_t>(capacity));
+      throw;
+    }
     if (m_pData != nullptr) {
       std::destroy(m_pData, m_pData + m_nSize);
       std::allocator<TYPE>().deallocate(m_pData, static_cast<std::size_t>(m_nCapacity));

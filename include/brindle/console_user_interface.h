@@ -26,6 +26,8 @@ public:
   CConsoleUserInterface& operator=(const CConsoleUserInterface&) = delete;
 
   void SetErrorPolicy(ErrorPolicy policy) noexcept;
+  /// Writes out what is buffered for standard output; false when any of the output was lost (a full disk).
+  bool Flush() noexcept;
   /// How many error boxes and notices were shown so far.
   [[nodiscard]] int GetNumberOfErrors() const noexcept;
   /// Serves timers until the end of standard input, or until SIGINT or SIGTERM, which it takes over.

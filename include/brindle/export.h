@@ -1,5 +1,6 @@
 // Which names leave the shared library: everything else stays hidden.
 // Room: platform. Used by: every public header.
+// Invariant: what carries no mark is no part of the interface.
 #pragma once
 
 #if defined(_WIN32)

@@ -44,8 +44,8 @@ struct Token;
 using CBasicVariableArray = CArray<CBasicVariable, CBasicVariable>;
 
 /// A function that the host adds to the language: the calling interpreter, the arguments as the script
-/// passed them (any number), and the value given at registration. It may throw only std::exception kinds,
-/// which end the run and reach the caller of ExecuteProgram. It may create and destroy other interpreters,
+/// passed them (any number), and the value given at registration. What it throws ends the run and reaches the
+/// caller of ExecuteProgram, but for std::bad_alloc and std::length_error, which are reported as error 50. It may create and destroy other interpreters,
 /// never the one that calls it.
 using BrindleCallback = CBasicVariable (*)(CBrindle* interpreter, CBasicVariableArray& arguments, int value);
 
@@ -59,7 +59,8 @@ public:
   CBrindle(const CBrindle&) = delete;
   CBrindle& operator=(const CBrindle&) = delete;
 
-  /// Loads and runs a script. False only when the file cannot be loaded (error 17, no event is thrown); a
+  /// Loads and runs a script. False only when the file cannot be loaded (error 17, no event is thrown), or
+  /// when it is called so deep inside other calls that no stack is left to run it (error 50); a
   /// run that reported errors, or that the user aborted, gives true: see GetLastError. May be called again;
   /// variables, functions, handlers and open files of earlier runs are still there. A call from a callback
   /// runs the other script and then goes on with the first one.
@@ -68,8 +69,8 @@ public:
   [[nodiscard]] bool IsResident() const noexcept;
   /// The last error: message, line feed, failing line. Empty when there was none.
   [[nodiscard]] CString GetLastError() const;
-  /// Stores and shows a numbered error with the current line. Returns when the user says OK; Cancel unwinds
-  /// to the run in progress, or to the event or timer call when no program runs.
+  /// Stores and shows a numbered error with the current line. Returns when the user says OK, and in any case
+  /// when nothing runs; inside a run, Cancel unwinds to the call that began it, through the caller.
   void ReportError(int number);
 
   /// Adds a function to the language, for every interpreter of the process, until the last one ends. The
@@ -104,8 +105,10 @@ private:
   struct ProcedureScope;
   struct RunScope;
 
-  // ---- interpreter: program text and reading position (program_text.cpp, position.cpp)
+  // ---- interpreter: running a program, reading position (program.cpp, position.cpp)
   bool LoadProgram(const CString& fileName);
+  template <class Body, class Release> void RunToAbort(Body body, Release release);
+  void RunHandlers(CStringArray& handlers, Arguments& args);
   void RunProgram(const CString& fileName);
   void RunLoop();
   [[nodiscard]] CString GetCurrentLine();
@@ -118,7 +121,7 @@ private:
   bool PopPosition(unsigned long& position);
   bool FindEOL();
   bool GoPastEOL();
-  void SkipComment();
+  void StepOver();
   [[nodiscard]] bool AtStatementEnd() const noexcept;
   [[nodiscard]] bool IsDelimiter(char16_t unit) const noexcept;
 
@@ -129,9 +132,9 @@ private:
   bool LabelsFree();
 
   // ---- interpreter: errors (errors.cpp)
+  bool Fail(int number);
   [[noreturn]] void AbortWith(int number);
   void CheckNesting();
-  void GDIObjectsFree();
 
   // ---- interpreter: tokens and tables (tokens.cpp, word_tables.cpp, function_table.cpp)
   BASIC_TOKEN_TYPE get_token();
@@ -144,7 +147,7 @@ private:
   bool AddFunction(CFuncDesc* function);
   FUNCTION_TYPE LookupFunction(const CString& name, CFuncDesc& out, bool copy);
   FUNCTION_TYPE LookupFunction(const CString& name);
-  FUNCTION_TYPE ResolveFunction(const CString& name, const CString& lowered);
+  FUNCTION_TYPE ResolveFunction(const CString& lowered);
   CFuncDesc* FindFunction(const CString& lowered) const;
 
   // ---- interpreter: expressions (evaluator.cpp, operators.cpp, conditions.cpp, function_call.cpp)
@@ -228,6 +231,7 @@ private:
   CTypeStructure* FindRecord(const CString& name);
   bool FindStructVariable(const CString& var, const CString& field, CBasicVariable& out, bool bReport);
   bool SetStructVariable(const CString& var, const CString& field, CBasicVariable& value);
+  bool IsRecordField(const CString& name);
   void ReadRecordField(CBasicVariable& result);
   bool StoreRecordField(const CString& name, CBasicVariable& value, int index);
   bool ExecMap();
@@ -282,9 +286,6 @@ private:
   int ReadDialogName(CString& name);
   bool RunDialog(brindle::ScriptDialog& dialog);
   void RaiseHandler(const CString& name, const CBasicVariable& value);
-  void AfterUserInterface();
-  void KeepException();
-  void CloseDialogs();
   [[nodiscard]] brindle::ScriptDialog* CurrentDialog() const noexcept;
   [[nodiscard]] bool GetControlWindow(int id) const;
   bool ExecCloseDialog();

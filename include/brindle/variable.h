@@ -68,7 +68,7 @@ public:
   CVarBase& operator=(const CVarBase& other) { return SetValue(other), *this; }
   CVarBase& operator=(CVarBase&& other) noexcept {
     if (this != &other) {
-      Clear();
+      const CVarBase old(std::move(*this));
       Take(other);
     }
     return *this;
@@ -101,6 +101,7 @@ protected:
 
   void Clear() noexcept;
   void Take(CVarBase& other) noexcept;
+  void Replace(CVarBase&& fresh) noexcept;
   void CopyValue(const CVarBase& other);
   [[nodiscard]] const CVarBase& Value() const noexcept;
   Buffered& MakeBuffered();
@@ -234,6 +235,8 @@ public:
   void SetChangeEvent(CBrindle* interpreter, const CString& event);
   void RemoveChangeEvent() noexcept;
 
+  /// Whether any item holds an object.
+  [[nodiscard]] bool HoldsObject() const noexcept;
   /// Whether it is more than one plain item: an array, or bound to an event, or with user data or names.
   [[nodiscard]] bool HasMoreThanOneItem() const noexcept {
     return m_items.Count() != 1 || m_pExtra != nullptr || m_userData != 0;

@@ -1,5 +1,6 @@
 // The one home of the version: the build reads it from here.
 // Room: platform. Used by: hosts, the runner, the build.
+// Invariant: the three numbers and the text say the same.
 #pragma once
 
 #define BRINDLE_VERSION_MAJOR 0

@@ -7,28 +7,22 @@ using namespace brindle;
 
 bool CBrindle::FindObject(const CString& dottedName, IDispatch*& object) {
   const VariableSlot* slot = FindSlot(dottedName.Left(dottedName.Find(u'.')));
-  if (slot == nullptr) {
-    ReportError(kErrorUndefinedVariable);
-    return false;
-  }
-  if (slot->CurrentItem().GetType() != BVT_OBJECT) {
-    ReportError(kErrorArgumentType);
-    return false;
-  }
+  if (slot == nullptr)
+    return Fail(kErrorUndefinedVariable);
+  if (slot->CurrentItem().GetType() != BVT_OBJECT)
+    return Fail(kErrorArgumentType);
   object = slot->CurrentItem().GetObjectValue();
   return true;
 }
 
+// No member of an object can be reached yet: every name is an unknown one.
+
 bool CBrindle::ExecAutomationMethod(const CString& name, CBasicVariable&, Arguments&, bool) {
   IDispatch* object = nullptr;
-  if (FindObject(name, object))
-    ReportError(kErrorUnknownField); // no member of an object can be reached yet
-  return false;
+  return FindObject(name, object) && Fail(kErrorUnknownField);
 }
 
 bool CBrindle::SetObjectProperty(const CString& name, CBasicVariable&) {
   IDispatch* object = nullptr;
-  if (FindObject(name, object))
-    ReportError(kErrorUnknownField);
-  return false;
+  return FindObject(name, object) && Fail(kErrorUnknownField);
 }

@@ -1,10 +1,6 @@
 // Events: attaching handlers, throwing, and the change events of variables.
 #include "brindle/interpreter.h"
-#include "interpreter/error_numbers.h"
-#include "interpreter/script_abort.h"
 #include "interpreter/state.h"
-
-#include <new>
 
 using namespace brindle;
 
@@ -71,28 +67,10 @@ bool CBrindle::EventThrow(const CString& event, Arguments& arguments) {
   CStringArray* handlers = EventFind(event);
   if (handlers == nullptr)
     return false;
-  if (m_pState->runDepth > 0) {
+  if (m_pState->runDepth > 0)
     CallHandlers(*handlers, arguments);
-    return true;
-  }
-  // Nothing runs that an abort could end: it ends here.
-  struct Depth {
-    explicit Depth(int& depth) : m_depth(depth) { ++m_depth; }
-    Depth(const Depth&) = delete;
-    Depth& operator=(const Depth&) = delete;
-    ~Depth() { --m_depth; }
-    int& m_depth;
-  };
-  const Depth depth(m_pState->runDepth);
-  try {
-    try {
-      CallHandlers(*handlers, arguments);
-    } catch (const std::bad_alloc&) {
-      ReportError(kErrorUnrecoverable);
-    }
-  } catch (const ScriptAbort&) {
-    m_pState->m_arrTemporaries.RemoveAll();
-  }
+  else
+    RunHandlers(*handlers, arguments);
   return true;
 }
 

@@ -2,6 +2,7 @@
 #include "brindle/interpreter.h"
 #include "interpreter/error_numbers.h"
 #include "interpreter/state.h"
+#include "interpreter/user_interface_call.h"
 #include "platform/number_text.h"
 
 using namespace brindle;
@@ -17,38 +18,32 @@ bool IsName(const TokenState& token) {
 // event create|remove EVENT HANDLER
 bool CBrindle::ExecEvent() {
   const TokenState& token = m_pState->token;
-  const auto fail = [this](int number) {
-    ReportError(number);
-    return false;
-  };
   get_token();
   if (token.kind != TOKEN_KEYWORD)
-    return fail(kErrorSyntax);
+    return Fail(kErrorSyntax);
   const KEYWORD_TYPE keyword = token.keyword;
   get_token();
   if (!IsName(token))
-    return fail(kErrorSyntax);
+    return Fail(kErrorSyntax);
   const CString event = token.Text();
   get_token();
   if (!IsName(token))
-    return fail(kErrorSyntax);
+    return Fail(kErrorSyntax);
   const CString handler = token.Text();
   if (LookupFunction(handler) == FUNCTION_NONE)
-    return fail(kErrorUndefinedFunction);
+    return Fail(kErrorUndefinedFunction);
   switch (keyword) {
   case KEYWORD_CREATE: return EventAdd(event, handler);
   case KEYWORD_REMOVE: return EventRemove(event, handler);
-  default: return fail(kErrorUnsupportedKeyword);
+  default: return Fail(kErrorUnsupportedKeyword);
   }
 }
 
 // throw EVENT(arguments); an event without handlers is no error
 bool CBrindle::ExecThrow() {
   get_token();
-  if (m_pState->token.kind != TOKEN_FUNCTION) {
-    ReportError(kErrorSyntax);
-    return false;
-  }
+  if (m_pState->token.kind != TOKEN_FUNCTION)
+    return Fail(kErrorSyntax);
   const CString event = m_pState->token.Text();
   const int recordedNames = m_pState->m_arrTemporaries.GetSize();
   Arguments args;
@@ -62,32 +57,28 @@ bool CBrindle::ExecThrow() {
 // watch create VARIABLE EVENT, watch remove VARIABLE
 bool CBrindle::ExecWatch() {
   const TokenState& token = m_pState->token;
-  const auto fail = [this](int number) {
-    ReportError(number);
-    return false;
-  };
   get_token();
   if (token.kind != TOKEN_KEYWORD)
-    return fail(kErrorSyntax);
+    return Fail(kErrorSyntax);
   const KEYWORD_TYPE keyword = token.keyword;
   get_token();
   if (token.kind != TOKEN_VARIABLE)
-    return fail(kErrorSyntax);
+    return Fail(kErrorSyntax);
   CString name = token.Text();
   CString event;
   if (keyword == KEYWORD_CREATE) {
     get_token();
     if (!IsName(token))
-      return fail(kErrorSyntax);
+      return Fail(kErrorSyntax);
     event = token.Text();
   }
   CBasicVariable* variable = FindVariable(name);
   if (variable == nullptr)
-    return fail(kErrorUndefinedVariable);
+    return Fail(kErrorUndefinedVariable);
   switch (keyword) {
   case KEYWORD_CREATE: variable->SetChangeEvent(this, event); return true;
   case KEYWORD_REMOVE: variable->RemoveChangeEvent(); return true;
-  default: return fail(kErrorUnsupportedKeyword);
+  default: return Fail(kErrorUnsupportedKeyword);
   }
 }
 
@@ -109,12 +100,22 @@ bool CBrindle::ExecTimerStart() {
 
 // The tick comes out of a window system's loop, which no exception may pass: one waits for the loop's end.
 void CBrindle::TimerTick() {
+  if (m_pState->ticking)
+    return; // its handler is not done with the last tick
+  struct Ticking {
+    explicit Ticking(bool& flag) : m_flag(flag) { m_flag = true; }
+    Ticking(const Ticking&) = delete;
+    Ticking& operator=(const Ticking&) = delete;
+    ~Ticking() { m_flag = false; }
+    bool& m_flag;
+  };
+  const Ticking ticking(m_pState->ticking);
   try {
     CBasicVariable unset;
     EventThrow(CString(u"OnTimer"), &unset);
   } catch (...) {
-    KeepException();
-    CloseDialogs();
+    if (!UserInterfaceCalls::KeepException())
+      throw;
   }
 }
 

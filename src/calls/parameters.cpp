@@ -3,6 +3,8 @@
 #include "interpreter/error_numbers.h"
 #include "interpreter/state.h"
 
+#include <utility>
+
 using namespace brindle;
 
 // One expression. Beside its value the name of a plain variable is recorded, so that a call can write back.
@@ -14,9 +16,9 @@ void CBrindle::ReadArgument(Arguments& args) {
   putback();
   CBasicVariable value;
   get_exp(value);
-  args.Add(value);
+  args.Add(std::move(value));
   const bool isWholeArgument = isName && m_pState->position == SkipBlanks(m_pState->program->Text(), end);
-  m_pState->m_arrTemporaries.Add(isWholeArgument ? GetVariableName(name) : CString());
+  m_pState->m_arrTemporaries.Add(isWholeArgument ? name : CString());
 }
 
 // The ")" is left for the caller. A list that ends on anything else is reported and counts as empty, but what
@@ -50,7 +52,7 @@ int CBrindle::GetParamGroup(Arguments& args) {
   do {
     ReadArgument(args);
     get_token();
-  } while (IsDelimiter(u',') && m_pState->token.command != COMMAND_END_OF_LINE);
+  } while (IsDelimiter(u','));
   return args.GetSize();
 }
 

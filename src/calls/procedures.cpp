@@ -63,10 +63,8 @@ bool CBrindle::ExecUserFunction(const CString& name, CBasicVariable& result, Arg
   case FUNCTION_SCRIPT: return RunProcedure(*function, result, args, isCall);
   default: break;
   }
-  if (function->m_pHandler == nullptr) {
-    ReportError(kErrorUndefinedFunction);
-    return false;
-  }
+  if (function->m_pHandler == nullptr)
+    return Fail(kErrorUndefinedFunction);
   return (this->*function->m_pHandler)(result, args, type);
 }
 
@@ -91,29 +89,22 @@ bool CBrindle::RunProcedure(const CFuncDesc& function, CBasicVariable& result, A
 // The parameter list stands behind the name in the definition.
 bool CBrindle::BindParameters(Arguments& args) {
   get_token();
-  if (!IsDelimiter(u'(')) {
-    ReportError(kErrorFunctionDefinition);
-    return false;
-  }
+  if (!IsDelimiter(u'('))
+    return Fail(kErrorFunctionDefinition);
   get_token();
   for (int i = 0; m_pState->token.kind == TOKEN_VARIABLE; ++i) {
-    if (i >= args.GetSize()) {
-      ReportError(kErrorParameterCount);
-      return false;
-    }
+    if (i >= args.GetSize())
+      return Fail(kErrorParameterCount);
     StoreWhole(RefOf(*m_pState->token.token), args[i], false);
     get_token();
     if (IsDelimiter(u',')) {
       get_token();
     } else if (!IsDelimiter(u')')) {
-      ReportError(kErrorFunctionDefinition);
-      return false;
+      return Fail(kErrorFunctionDefinition);
     }
   }
-  if (!IsDelimiter(u')')) {
-    ReportError(kErrorFunctionDefinition);
-    return false;
-  }
+  if (!IsDelimiter(u')'))
+    return Fail(kErrorFunctionDefinition);
   return true;
 }
 
@@ -132,10 +123,8 @@ bool CBrindle::RunBody() {
     get_token();
     if (EndsBody(token.command))
       return true;
-    if (token.command == COMMAND_END_OF_PROGRAM) {
-      ReportError(kErrorEndFunctionMissing);
-      return false;
-    }
+    if (token.command == COMMAND_END_OF_PROGRAM)
+      return Fail(kErrorEndFunctionMissing);
     switch (token.kind) {
     case TOKEN_VARIABLE:
     case TOKEN_FIELD:
@@ -161,10 +150,8 @@ bool CBrindle::RunBody() {
 bool CBrindle::ExecReturn() {
   if (m_pState->m_nScopeLevel == 2)
     ObjectVariablesFree(2);
-  if (m_pState->m_nScopeLevel < 2) {
-    ReportError(kErrorReturnLocation);
-    return false;
-  }
+  if (m_pState->m_nScopeLevel <= m_pState->baseLevel)
+    return Fail(kErrorReturnLocation);
   --m_pState->m_nScopeLevel;
   unsigned long position = 0;
   if (PopPosition(position) && position < m_pState->program->Length())
@@ -174,10 +161,8 @@ bool CBrindle::ExecReturn() {
 
 bool CBrindle::ExecCall() {
   get_token();
-  if (m_pState->token.kind != TOKEN_FUNCTION) {
-    ReportError(kErrorSyntax);
-    return false;
-  }
+  if (m_pState->token.kind != TOKEN_FUNCTION)
+    return Fail(kErrorSyntax);
   const CString name = m_pState->token.Text();
   const int recordedNames = m_pState->m_arrTemporaries.GetSize();
   Arguments args;

@@ -2,6 +2,7 @@
 #include "brindle/interpreter.h"
 #include "platform/collections.h"
 
+#include <exception>
 #include <vector>
 
 int CBrindle::m_nNumberOfCopies = 0;
@@ -28,14 +29,24 @@ bool CBrindle::IsValidInterpreter(const CBrindle* interpreter) {
 
 namespace {
 
-// A handler may create and destroy interpreters: go by who was there, and ask whether it still is.
+// A handler may create and destroy interpreters: go by who was there, and ask whether it still is. One whose
+// run is aborted by its handler keeps the event from nobody.
 template <class Throw> void ForEachLive(const CPtrList& list, Throw throwAt) {
-  std::vector<void*> members(list.begin(), list.end());
+  const std::vector<void*> members(list.begin(), list.end());
+  std::exception_ptr first;
   for (void* member : members) {
     auto* interpreter = static_cast<CBrindle*>(member);
-    if (CBrindle::IsValidInterpreter(interpreter))
+    if (!CBrindle::IsValidInterpreter(interpreter))
+      continue;
+    try {
       throwAt(*interpreter);
+    } catch (...) {
+      if (first == nullptr)
+        first = std::current_exception();
+    }
   }
+  if (first != nullptr)
+    std::rethrow_exception(first);
 }
 
 } // namespace

@@ -40,8 +40,8 @@ bool ReadNumber(std::u16string_view text, std::size_t& at, std::int64_t& value) 
   value = 0;
   for (; at < text.size() && text[at] >= u'0' && text[at] <= u'9'; ++at) {
     value = value * 10 + (text[at] - u'0');
-    if (value >= INT32_MAX)
-      return false;
+    if (value >= (negative ? -std::int64_t{INT32_MIN} : std::int64_t{INT32_MAX}))
+      return false; // what does not fit reads as the limit, so the limit itself ends the list too
   }
   if (negative)
     value = -value;

@@ -57,20 +57,16 @@ bool CBrindle::ExecDim(bool bGlobal) {
 // name [size] as type; the token behind it is current afterwards.
 bool CBrindle::ReadDeclaration(bool bGlobal) {
   get_token();
-  if (m_pState->token.kind != TOKEN_VARIABLE) {
-    ReportError(kErrorSyntax);
-    return false;
-  }
+  if (m_pState->token.kind != TOKEN_VARIABLE)
+    return Fail(kErrorSyntax);
   const CString name = m_pState->token.Text();
   int size = 1;
   get_token();
   if (IsDelimiter(u'[')) {
     if (!GetIndex(size))
       return false;
-    if (size < 1 || size > kLargestArray) {
-      ReportError(kErrorArraySize);
-      return false;
-    }
+    if (size < 1 || size > kLargestArray)
+      return Fail(kErrorArraySize);
     get_token();
   }
 
@@ -80,8 +76,7 @@ bool CBrindle::ReadDeclaration(bool bGlobal) {
     CTypeStructure* type = nullptr;
     if (isRecord ? !LookupUserDefinedType(m_pState->token.Text(), type)
                  : KeywordToType(m_pState->token.keyword) == TD_NONE) {
-      ReportError(kErrorSyntax);
-      return false;
+      return Fail(kErrorSyntax);
     }
     // The word of a plain type is checked but attached to nothing. Deliberate: an array declared anew with a
     // type but without a size keeps its size.
@@ -92,16 +87,12 @@ bool CBrindle::ReadDeclaration(bool bGlobal) {
     else
       SetVariableSize(name, size, bGlobal);
     get_token();
-    if (!IsDelimiter(u',') && !AtStatementEnd()) {
-      ReportError(kErrorSyntax);
-      return false;
-    }
+    if (!IsDelimiter(u',') && !AtStatementEnd())
+      return Fail(kErrorSyntax);
     return true;
   }
 
-  if (!IsDelimiter(u',') && !AtStatementEnd()) {
-    ReportError(kErrorSyntax);
-    return false;
-  }
+  if (!IsDelimiter(u',') && !AtStatementEnd())
+    return Fail(kErrorSyntax);
   return SetVariableSize(name, size, bGlobal);
 }

@@ -39,9 +39,7 @@ void CBrindle::NextBlockLine() {
   FindEOL();
   do {
     get_token();
-    SkipComment();
-    if (m_pState->token.kind == TOKEN_NONE)
-      NextChar();
+    StepOver();
   } while (m_pState->token.command == COMMAND_END_OF_LINE || m_pState->token.command == COMMAND_REM ||
            m_pState->token.kind == TOKEN_COMMENT || m_pState->token.kind == TOKEN_NONE);
 }
@@ -52,9 +50,7 @@ bool CBrindle::LeaveBlock(int error, COMMAND_TYPE end) {
     ReportError(error);
   while (m_pState->token.command != end && m_pState->token.command != COMMAND_END_OF_PROGRAM) {
     get_token();
-    SkipComment();
-    if (m_pState->token.kind == TOKEN_NONE)
-      NextChar();
+    StepOver();
   }
   return false;
 }
@@ -119,8 +115,7 @@ bool CBrindle::FindStructVariable(const CString& var, const CString& field, CBas
   const CTypeStructure* record = FindRecord(var);
   if (record == nullptr) {
     if (bReport)
-      ReportError(kErrorUndefinedVariable);
-    return false;
+      return Fail(kErrorUndefinedVariable);
   }
   CString lowered = field;
   return record->ReadField(lowered.MakeLower(), 0, out);
@@ -128,12 +123,17 @@ bool CBrindle::FindStructVariable(const CString& var, const CString& field, CBas
 
 bool CBrindle::SetStructVariable(const CString& var, const CString& field, CBasicVariable& value) {
   CTypeStructure* record = FindRecord(var);
-  if (record == nullptr) {
-    ReportError(kErrorUndefinedVariable);
-    return false;
-  }
+  if (record == nullptr)
+    return Fail(kErrorUndefinedVariable);
   CString lowered = field;
   return record->WriteField(lowered.MakeLower(), 0, value);
+}
+
+bool CBrindle::IsRecordField(const CString& name) {
+  const int dot = name.Find(u'.');
+  const CTypeStructure* record = FindRecord(name.Left(dot));
+  CString field = name.Mid(dot + 1);
+  return record != nullptr && record->FindField(field.MakeLower()) != nullptr;
 }
 
 // A field token: record.field, perhaps with the index of an element behind it.
@@ -161,12 +161,9 @@ bool CBrindle::StoreRecordField(const CString& name, CBasicVariable& value, int 
   if (index == 0)
     return SetStructVariable(record, field, value);
   CTypeStructure* structure = FindRecord(record);
-  if (structure == nullptr) {
-    ReportError(kErrorUndefinedVariable);
-    return false;
-  }
+  if (structure == nullptr)
+    return Fail(kErrorUndefinedVariable);
   if (structure->WriteField(field.MakeLower(), index, value))
     return true;
-  ReportError(kErrorIndexBounds);
-  return false;
+  return Fail(kErrorIndexBounds);
 }

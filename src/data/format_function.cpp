@@ -88,16 +88,12 @@ bool CBrindle::ExecFormat(CBasicVariable& result, const CBasicVariable& value, c
       continue;
     valueUsed = true;
     const std::int64_t room = kLongestText - out.GetLength();
-    if (MinimumOutput(directive) > room || value.GetStringValue().GetLength() > room) {
-      ReportError(kErrorUnrecoverable);
-      return false;
-    }
+    if (MinimumOutput(directive) > room || value.GetStringValue().GetLength() > room)
+      return Fail(kErrorUnrecoverable);
     AppendValue(out, directive, value);
   }
-  if (out.GetLength() > kLongestText) {
-    ReportError(kErrorUnrecoverable);
-    return false;
-  }
+  if (out.GetLength() > kLongestText)
+    return Fail(kErrorUnrecoverable);
   result.SetValue(out);
   return true;
 }

@@ -66,17 +66,13 @@ bool CBrindle::MapsFree() {
 // map create NAME, map clear NAME; the name is an expression.
 bool CBrindle::ExecMap() {
   get_token();
-  if (m_pState->token.kind != TOKEN_KEYWORD) {
-    ReportError(kErrorSyntax);
-    return false;
-  }
+  if (m_pState->token.kind != TOKEN_KEYWORD)
+    return Fail(kErrorSyntax);
   const KEYWORD_TYPE keyword = m_pState->token.keyword;
   CBasicVariable name;
   get_exp(name);
-  if (name.GetType() == BVT_NONE) {
-    ReportError(kErrorSyntax);
-    return false;
-  }
+  if (name.GetType() == BVT_NONE)
+    return Fail(kErrorSyntax);
   switch (keyword) {
   case KEYWORD_CLEAR: return MapClear(name.GetStringValue());
   case KEYWORD_CREATE: return MapAdd(name.GetStringValue());

@@ -26,10 +26,7 @@ public:
   }
   void Set(const CString& key, const CBasicVariable& value);
   bool Remove(const CString& key);
-  void Clear() noexcept {
-    m_places.clear();
-    m_entries.clear();
-  }
+  void Clear() noexcept;
   // Calls visit(key, value) for every entry in order.
   template <class Visit> void ForEach(Visit visit) const {
     for (const Entry& entry : m_entries)

@@ -12,7 +12,6 @@ namespace brindle {
 class RandomSource {
 public:
   void Seed(std::uint32_t seed) { m_generator.seed(seed); }
-  // The high bits: the low ones of a congruential generator repeat early.
   [[nodiscard]] int Next() { return static_cast<int>(m_generator() >> 17) & 0x7FFF; }
 
 private:

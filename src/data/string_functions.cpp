@@ -10,15 +10,13 @@ using namespace brindle;
 bool CBrindle::CheckCount(const Arguments& args, int count) {
   if (args.GetSize() == count)
     return true;
-  ReportError(kErrorParameterCount);
-  return false;
+  return Fail(kErrorParameterCount);
 }
 
 bool CBrindle::CheckLeast(const Arguments& args, int count) {
   if (args.GetSize() >= count)
     return true;
-  ReportError(kErrorParameterCount);
-  return false;
+  return Fail(kErrorParameterCount);
 }
 
 namespace {
@@ -97,10 +95,8 @@ bool CBrindle::ExecStringOperation(CBasicVariable& result, Arguments& args, FUNC
     CString text = args[0].GetStringValue();
     const CString oldText = args[1].GetStringValue();
     const CString newText = args[2].GetStringValue();
-    if (!oldText.IsEmpty() && ReplacedLength(text, oldText, newText) > kLongestText) {
-      ReportError(kErrorUnrecoverable);
-      return false;
-    }
+    if (!oldText.IsEmpty() && ReplacedLength(text, oldText, newText) > kLongestText)
+      return Fail(kErrorUnrecoverable);
     text.Replace(oldText, newText);
     result.SetValue(text);
     return true;
@@ -127,10 +123,8 @@ bool CBrindle::ExecStringOperation(CBasicVariable& result, Arguments& args, FUNC
       result.SetValue(CString());
       return true;
     }
-    if (static_cast<std::int64_t>(text.GetLength()) * count > kLongestText) {
-      ReportError(kErrorUnrecoverable);
-      return false;
-    }
+    if (static_cast<std::int64_t>(text.GetLength()) * count > kLongestText)
+      return Fail(kErrorUnrecoverable);
     result.SetValue(Repeated(text, count));
     return true;
   }

@@ -4,13 +4,12 @@
 
 namespace brindle {
 
+// The end of an object may run code that looks this variable up, or moves it: it is gone before its value is.
 void VariableSlot::Undefine() noexcept {
-  if (IsBoxed()) {
-    const std::unique_ptr<CBasicVariable> contents(Contents());
-    m_kind = kSlotUndefined; // first: the end of an object may run code that looks this variable up
-    return;
-  }
-  Clear();
+  const std::unique_ptr<CBasicVariable> contents(IsBoxed() ? Contents() : nullptr);
+  CVarBase old;
+  if (!IsBoxed() && IsDefined())
+    old.operator=(std::move(static_cast<CVarBase&>(*this)));
   m_kind = kSlotUndefined;
 }
 
@@ -20,8 +19,19 @@ void VariableSlot::DefineEmpty() noexcept {
 }
 
 bool VariableSlot::HoldsObject() const noexcept {
-  // A box can be written through its pointer, so it may hold one at any time.
-  return IsBoxed() || m_kind == VT_DISPATCH;
+  return IsBoxed() ? Contents()->HoldsObject() : m_kind == VT_DISPATCH;
+}
+
+void VariableSlot::ReleaseObject() {
+  if (IsBoxed())
+    Contents()->SetValue(static_cast<IDispatch*>(nullptr));
+  else
+    CVarBase::SetValue(static_cast<IDispatch*>(nullptr));
+}
+
+void VariableSlot::Redim(int size) {
+  if (size != 1 || IsBoxed()) // a scalar in place has its one item
+    Box()->Redim(size);
 }
 
 void VariableSlot::CopyTo(CBasicVariable& out) const {

@@ -33,6 +33,11 @@ public:
   }
   [[nodiscard]] bool Increment() { return IsBoxed() ? Contents()->Increment() : CVarBase::Increment(); }
   [[nodiscard]] bool HoldsObject() const noexcept;
+  [[nodiscard]] bool CurrentIsObject() const noexcept { return CurrentItem().GetType() == BVT_OBJECT; }
+  // A null object into the current item.
+  void ReleaseObject();
+  [[nodiscard]] int GetCurIndex() const noexcept { return IsBoxed() ? Contents()->GetCurIndex() : 0; }
+  void Redim(int size);
 
   // The whole variable / its current item, as a value of its own.
   void CopyTo(CBasicVariable& out) const;

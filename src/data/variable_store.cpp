@@ -2,6 +2,8 @@
 
 #include "platform/number_text.h"
 
+#include <utility>
+
 namespace brindle {
 
 namespace {
@@ -9,6 +11,16 @@ namespace {
 constexpr std::u16string_view kScopeMark = u"__#";
 // Levels beyond this are never entered, so a name that carries one names no frame.
 constexpr int kDeepestFrame = 100000;
+// A name of more marks than this is taken as it is: each mark makes a name of its own.
+constexpr int kMostMarks = 4;
+
+int CountMarks(std::u16string_view key) {
+  int count = 0;
+  for (std::size_t at = key.find(kScopeMark); at != std::u16string_view::npos && count <= kMostMarks;
+       at = key.find(kScopeMark, at + 1))
+    ++count;
+  return count;
+}
 
 // The level at the end of a key of the form NAME__#LEVEL as this store itself would write it.
 std::optional<int> LevelOfKey(std::u16string_view key, std::size_t mark) {
@@ -38,7 +50,7 @@ int VariableStore::NumberOf(const CString& lowered) {
   Name name;
   name.lowered = lowered;
   const std::size_t mark = lowered.View().rfind(kScopeMark);
-  if (mark != std::u16string_view::npos && mark > 0) {
+  if (mark != std::u16string_view::npos && mark > 0 && CountMarks(lowered.View()) <= kMostMarks) {
     if (const auto level = LevelOfKey(lowered.View(), mark)) {
       name.aliasNumber = NumberOf(lowered.Left(static_cast<int>(mark)));
       name.aliasLevel = *level;
@@ -152,33 +164,42 @@ int VariableStore::RemoveLevel(int level) {
   return removed;
 }
 
-std::vector<VariableSlot*> VariableStore::SlotsWithObjects(int level) {
-  std::vector<VariableSlot*> slots;
+std::vector<VariableStore::Place> VariableStore::PlacesOfObjects(int level) {
+  std::vector<Place> places;
   if (!m_mayHoldObjects)
-    return slots;
+    return places;
   // The level that counts is the one behind the first mark of a key.
   const auto levelOf = [](const CString& key, int otherwise) {
     const std::size_t mark = key.View().find(kScopeMark);
     return mark == std::u16string_view::npos ? otherwise : ParseInteger(key.View().substr(mark + kScopeMark.size()));
   };
-  for (std::size_t frameLevel = 0; frameLevel < m_frames.size(); ++frameLevel) {
-    Frame& frame = m_frames[frameLevel];
-    for (std::size_t number = 0; number < frame.size(); ++number)
-      if (frame[number].HoldsObject() && levelOf(m_names[number].lowered, static_cast<int>(frameLevel)) >= level)
-        slots.push_back(&frame[number]);
-  }
-  for (Name& name : m_names)
-    for (Global& global : name.globals)
-      if (global.slot.HoldsObject() && levelOf(global.spelling, 0) >= level)
-        slots.push_back(&global.slot);
-  return slots;
+  for (std::size_t frame = 0; frame < m_frames.size(); ++frame)
+    for (std::size_t number = 0; number < m_frames[frame].size(); ++number)
+      if (m_frames[frame][number].HoldsObject() &&
+          levelOf(m_names[number].lowered, static_cast<int>(frame)) >= level)
+        places.push_back({false, frame, number});
+  for (std::size_t name = 0; name < m_names.size(); ++name)
+    for (std::size_t i = 0; i < m_names[name].globals.size(); ++i)
+      if (m_names[name].globals[i].slot.HoldsObject() && levelOf(m_names[name].globals[i].spelling, 0) >= level)
+        places.push_back({true, name, i});
+  m_mayHoldObjects = !places.empty();
+  return places;
+}
+
+VariableSlot* VariableStore::At(const Place& place) noexcept {
+  VariableSlot* slot = nullptr;
+  if (!place.global)
+    return FindLocal(static_cast<int>(place.inner), static_cast<int>(place.outer));
+  if (place.outer < m_names.size() && place.inner < m_names[place.outer].globals.size())
+    slot = &m_names[place.outer].globals[place.inner].slot;
+  return slot != nullptr && slot->IsDefined() ? slot : nullptr;
 }
 
 void VariableStore::Clear() noexcept {
-  // The names keep their numbers: tokens remember them.
-  m_frames.clear();
+  // The names keep their numbers: tokens remember them. The variables leave the store before they end.
+  const std::vector<Frame> frames = std::exchange(m_frames, {});
   for (Name& name : m_names)
-    name.globals.clear();
+    const std::vector<Global> globals = std::exchange(name.globals, {});
 }
 
 } // namespace brindle

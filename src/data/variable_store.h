@@ -45,11 +45,18 @@ public:
   [[nodiscard]] int Count() const;
   // Removes every variable whose key ends with that level's suffix; how many they were.
   int RemoveLevel(int level);
-  // To be said when an object is stored, or when a pointer to a variable is handed out: until then nobody
-  // needs to look for objects when a procedure returns.
+  // To be said when an object is stored: until then nobody needs to look for objects when a procedure returns.
   void NoteObjects() noexcept { m_mayHoldObjects = true; }
-  // Variables at that level and deeper that may hold objects, to be visited by the caller.
-  [[nodiscard]] std::vector<VariableSlot*> SlotsWithObjects(int level);
+  // A place in the store that stays the same while variables come and go.
+  struct Place {
+    bool global = false;
+    std::size_t outer = 0; // frame, or number of a global's name
+    std::size_t inner = 0; // number in the frame, or index among the globals of that name
+  };
+  // The variables at that level and deeper that hold objects.
+  [[nodiscard]] std::vector<Place> PlacesOfObjects(int level);
+  // Null once the variable is gone.
+  [[nodiscard]] VariableSlot* At(const Place& place) noexcept;
   void Clear() noexcept;
 
 private:

@@ -5,22 +5,6 @@
 
 using namespace brindle;
 
-namespace {
-
-bool HoldsObject(const CBasicVariable& value) {
-  if (!value.IsArray())
-    return value.GetType() == BVT_OBJECT;
-  CBasicVariable probe(value);
-  for (int i = 0; i < probe.GetNumItems(); ++i) {
-    probe.SetCurIndex(i);
-    if (probe.GetType() == BVT_OBJECT)
-      return true;
-  }
-  return false;
-}
-
-} // namespace
-
 void CBrindle::AddScopeLevelExtension(CString& name) const {
   name = VariableStore::ScopedKey(name, m_pState->m_nScopeLevel);
 }
@@ -41,7 +25,6 @@ CBasicVariable* CBrindle::FindVariable(CString& name) {
   if (slot == nullptr)
     return nullptr;
   name = GetVariableName(name);
-  m_pState->m_mapVariables.NoteObjects(); // whoever gets the pointer may store one
   return slot->Box();
 }
 
@@ -70,22 +53,18 @@ bool CBrindle::SetVariableDirect(const CString& name, const CBasicVariable& valu
 
 bool CBrindle::StoreItem(const NameRef& name, const CBasicVariable& value, int index, bool bGlobal) {
   VariableStore& store = m_pState->m_mapVariables;
-  if (HoldsObject(value))
+  if (value.HoldsObject())
     store.NoteObjects();
   VariableSlot* slot = store.Find(name, m_pState->m_nScopeLevel);
   if (slot != nullptr) {
-    if (index < 0 || index >= slot->GetNumItems()) {
-      ReportError(kErrorIndexBounds);
-      return false;
-    }
+    if (index < 0 || index >= slot->GetNumItems())
+      return Fail(kErrorIndexBounds);
     slot->SetCurIndex(index);
     slot->SetItem(value);
     return true;
   }
-  if (index >= 1) {
-    ReportError(kErrorUndefinedArray);
-    return false;
-  }
+  if (index >= 1)
+    return Fail(kErrorUndefinedArray);
   store.Make(name, m_pState->m_nScopeLevel, bGlobal).SetWhole(value);
   return true;
 }
@@ -96,7 +75,7 @@ bool CBrindle::SetVariableSize(const CString& name, int size, bool bGlobal) {
   VariableSlot* slot = store.Find(ref, m_pState->m_nScopeLevel);
   if (slot != nullptr) {
     if (size > 0)
-      slot->Box()->Redim(size);
+      slot->Redim(size);
     return true;
   }
   CBasicVariable created;
@@ -111,7 +90,7 @@ bool CBrindle::CopyVariable(const CString& name, const CBasicVariable& value, bo
 
 bool CBrindle::StoreWhole(const NameRef& name, const CBasicVariable& value, bool bGlobal) {
   VariableStore& store = m_pState->m_mapVariables;
-  if (HoldsObject(value))
+  if (value.HoldsObject())
     store.NoteObjects();
   VariableSlot* slot = store.Find(name, m_pState->m_nScopeLevel);
   if (slot == nullptr)
@@ -139,18 +118,19 @@ bool CBrindle::VariablesFree() {
 }
 
 void CBrindle::ObjectVariablesFree(int level) {
-  // Boxed first, so that a handler of a change event cannot move what is still to be visited.
-  std::vector<CBasicVariable*> variables;
-  for (VariableSlot* slot : m_pState->m_mapVariables.SlotsWithObjects(level))
-    variables.push_back(slot->Box());
-  for (CBasicVariable* variable : variables) {
-    const int current = variable->GetCurIndex();
-    for (int i = 0; i < variable->GetNumItems(); ++i) {
-      variable->SetCurIndex(i);
-      if (variable->GetType() == BVT_OBJECT)
-        variable->SetValue(static_cast<IDispatch*>(nullptr));
+  // Handlers of change events, and the objects' own ends, may remove variables: each step looks anew.
+  VariableStore& store = m_pState->m_mapVariables;
+  for (const VariableStore::Place& place : store.PlacesOfObjects(level)) {
+    VariableSlot* slot = store.At(place);
+    const int current = slot == nullptr ? 0 : slot->GetCurIndex();
+    for (int i = 0; slot != nullptr && i < slot->GetNumItems(); ++i) {
+      slot->SetCurIndex(i);
+      if (slot->CurrentIsObject())
+        slot->ReleaseObject();
+      slot = store.At(place);
     }
-    variable->SetCurIndex(current);
+    if (slot != nullptr)
+      slot->SetCurIndex(current);
   }
 }
 

@@ -27,6 +27,7 @@ bool CBrindle::LoadLibraries() {
   InclusionMap files;
   files.Add(0, m_pState->program->Length(), ResolvePath(m_pState->fileName.View()));
   std::unordered_set<CString> loaded;
+  int lines = 0;
 
   Rewind();
   m_pState->token.kind = TOKEN_DELIMITER; // the first line counts as standing behind a line end
@@ -35,7 +36,7 @@ bool CBrindle::LoadLibraries() {
     const TokenState& token = m_pState->token;
     if (token.kind == TOKEN_NONE)
       break;
-    SkipComment();
+    StepOver();
     const bool isLibrary = token.command == COMMAND_LIBRARY;
     const bool isInclude = token.command == COMMAND_INCLUDE;
     if ((!isLibrary && !isInclude) || token.previousKind != TOKEN_DELIMITER)
@@ -46,6 +47,10 @@ bool CBrindle::LoadLibraries() {
       ReportError(kErrorSyntax);
       Rewind();
       return false;
+    }
+    if (++lines > kMostCompositionLines) {
+      ReportError(kErrorLoadingSource); // files that include each other many times over grow without end
+      break;
     }
     const CString name = token.Text();
     const std::string file = ResolvePath(BesideScript(m_pState->fileName, name).View());
@@ -74,37 +79,28 @@ bool CBrindle::LoadLibraries() {
 
 bool CBrindle::ExecLibrary(const CString& name) {
   auto text = LoadScriptFile(BesideScript(m_pState->fileName, name));
-  if (!text) {
-    ReportError(kErrorSyntax);
-    return false;
-  }
+  if (!text)
+    return Fail(kErrorSyntax);
   text->push_back(u'\n');
-  if (m_pState->program->Length() + text->size() > static_cast<std::size_t>(kLongestText)) {
-    ReportError(kErrorLoadingSource);
-    return false;
-  }
+  if (m_pState->program->Length() + text->size() > static_cast<std::size_t>(kLongestText))
+    return Fail(kErrorLoadingSource);
   m_pState->program->Insert(m_pState->program->Length(), *text);
   return true;
 }
 
-// Inserts behind the end of the current line, which the position has to be at.
+// Inserts behind the end of the current line, at which the position stands.
 bool CBrindle::ExecInclude(const CString& name) {
   const auto file = LoadScriptFile(BesideScript(m_pState->fileName, name));
-  if (!file) {
-    ReportError(kErrorSyntax);
-    return false;
-  }
-  FindEOL();
+  if (!file)
+    return Fail(kErrorSyntax);
   const bool atEnd = m_pState->position >= m_pState->program->Length();
   std::u16string text;
   text.reserve(file->size() + 4);
   text.append(atEnd ? 2 : 1, u'\n');
   text += *file;
   text.append(2, u'\n');
-  if (m_pState->program->Length() + text.size() > static_cast<std::size_t>(kLongestText)) {
-    ReportError(kErrorLoadingSource);
-    return false;
-  }
+  if (m_pState->program->Length() + text.size() > static_cast<std::size_t>(kLongestText))
+    return Fail(kErrorLoadingSource);
   m_pState->program->Insert(atEnd ? m_pState->program->Length() : m_pState->position + 1, text);
   return true;
 }

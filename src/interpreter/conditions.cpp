@@ -63,10 +63,8 @@ bool CBrindle::ExecLogicalStatement() {
   CBasicVariable left;
   get_exp(left);
   const LOGICAL_OPERATION operation = GetLogOperation();
-  if (operation == LOGICAL_NONE) {
-    ReportError(kErrorNoText);
-    return false;
-  }
+  if (operation == LOGICAL_NONE)
+    return Fail(kErrorNoText);
   CBasicVariable right;
   get_exp(right);
   switch (left.GetType()) {

@@ -4,6 +4,7 @@
 #include "interpreter/limits.h"
 #include "interpreter/script_abort.h"
 #include "interpreter/state.h"
+#include "interpreter/user_interface_call.h"
 #include "platform/stack.h"
 #include "values/messages.h"
 
@@ -30,17 +31,24 @@ void CBrindle::ReportError(int number) {
   CUserInterface& userInterface = GetUserInterface();
   const std::optional<CString> message = LoadMessage(number);
   if (!message)
-    userInterface.ShowNotice(CString(u"Error loading resource string."));
+    CallUserInterface([&] { userInterface.ShowNotice(CString(u"Error loading resource string.")); });
   m_pState->lastError = message.value_or(CString()) + u"\n" + GetCurrentLine();
-  const CUserInterface::ErrorAnswer answer = userInterface.ShowError(m_pState->lastError);
-  AfterUserInterface();
-  if (answer == CUserInterface::ErrorAnswer::Cancel)
-    throw ScriptAbort();
+  // A copy: a timer's handler that fails while the box is up has an error of its own.
+  const CString text = m_pState->lastError;
+  const auto answer = CallUserInterface([&] { return userInterface.ShowError(text); });
+  // Outside a run there is nothing to abort: a host may report an error of its own.
+  if (answer == CUserInterface::ErrorAnswer::Cancel && m_pState->runDepth > 0)
+    throw ScriptAbort{this};
+}
+
+bool CBrindle::Fail(int number) {
+  ReportError(number);
+  return false;
 }
 
 void CBrindle::AbortWith(int number) {
   ReportError(number);
-  throw ScriptAbort();
+  throw ScriptAbort{this};
 }
 
 void CBrindle::CheckNesting() {

@@ -11,10 +11,8 @@ bool CBrindle::assignment() {
   get_token();
   const BASIC_TOKEN_TYPE targetKind = m_pState->token.kind;
   const CString target = m_pState->token.Text();
-  if (target.IsEmpty() || !IsLetter(target.GetAt(0))) {
-    ReportError(kErrorExpectedEqual);
-    return false;
-  }
+  if (target.IsEmpty() || !IsLetter(target.GetAt(0)))
+    return Fail(kErrorExpectedEqual);
   const NameRef name = targetKind == TOKEN_VARIABLE ? RefOf(*m_pState->token.token) : NameRef();
 
   int index = 0;
@@ -27,10 +25,8 @@ bool CBrindle::assignment() {
 
   // Deliberate: what is missing here is the "=", but the message is that of a missing expression.
   get_token();
-  if (!IsDelimiter(u'=')) {
-    ReportError(kErrorNoExpression);
-    return false;
-  }
+  if (!IsDelimiter(u'='))
+    return Fail(kErrorNoExpression);
   CBasicVariable value;
   get_exp(value);
   // An index that failed was reported; its assignment is read to the end but stores nothing.

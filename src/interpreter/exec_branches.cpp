@@ -8,27 +8,21 @@ using namespace brindle;
 bool CBrindle::ExecIf() {
   const bool condition = ExecLogicalStatement();
   get_token();
-  if (m_pState->token.command != COMMAND_THEN) {
-    ReportError(kErrorExpectedThen);
-    return false;
-  }
+  if (m_pState->token.command != COMMAND_THEN)
+    return Fail(kErrorExpectedThen);
   if (condition)
     return true;
   FindLastPair(COMMAND_IF, COMMAND_ENDIF, COMMAND_ELSE);
-  if (m_pState->token.command != COMMAND_ELSE && m_pState->token.command != COMMAND_ENDIF) {
-    ReportError(kErrorElseOrEndIfMissing);
-    return false;
-  }
+  if (m_pState->token.command != COMMAND_ELSE && m_pState->token.command != COMMAND_ENDIF)
+    return Fail(kErrorElseOrEndIfMissing);
   return true;
 }
 
 // Reached only behind the branch that ran.
 bool CBrindle::ExecElse() {
   FindLastPair(COMMAND_IF, COMMAND_ENDIF, COMMAND_ELSE);
-  if (m_pState->token.command != COMMAND_ENDIF) {
-    ReportError(kErrorElseOrEndIfMissing);
-    return false;
-  }
+  if (m_pState->token.command != COMMAND_ENDIF)
+    return Fail(kErrorElseOrEndIfMissing);
   return true;
 }
 
@@ -36,8 +30,7 @@ bool CBrindle::ExecGoto() {
   get_token();
   unsigned long position = 0;
   if (!LabelGet(m_pState->token.Text(), position) || position >= m_pState->program->Length()) {
-    ReportError(kErrorDuplicateLabel); // Deliberate: an undefined label is called a duplicate
-    return false;
+    return Fail(kErrorDuplicateLabel); // Deliberate: an undefined label is called a duplicate
   }
   m_pState->position = static_cast<std::uint32_t>(position);
   return true;
@@ -47,8 +40,7 @@ bool CBrindle::ExecGosub() {
   get_token();
   unsigned long position = 0;
   if (!LabelGet(m_pState->token.Text(), position)) {
-    ReportError(kErrorDuplicateLabel); // Deliberate: as for "goto"
-    return false;
+    return Fail(kErrorDuplicateLabel); // Deliberate: as for "goto"
   }
   PushPosition(m_pState->position);
   m_pState->position = static_cast<std::uint32_t>(position);
@@ -73,12 +65,7 @@ bool CBrindle::FindLastPair(COMMAND_TYPE open, COMMAND_TYPE close, COMMAND_TYPE 
   bool insideOpen = false; // behind "open" on its line: its "for" starts no loop
   do {
     get_token();
-    if (token.kind == TOKEN_NONE) {
-      NextChar();
-      continue;
-    }
-    if (token.command == COMMAND_REM)
-      SkipComment();
+    StepOver();
     const bool loopWord = !(insideOpen && token.command == COMMAND_FOR);
     if (token.command == open && loopWord)
       ++depth;

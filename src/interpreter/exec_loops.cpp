@@ -26,25 +26,19 @@ bool CBrindle::PopFromStack(CStackData& out) {
 // "for" variable "=" start "to" end; the step is always 1.
 bool CBrindle::ExecFor() {
   get_token();
-  if (m_pState->token.kind != TOKEN_VARIABLE) {
-    ReportError(kErrorExpectedEqual);
-    return false;
-  }
+  if (m_pState->token.kind != TOKEN_VARIABLE)
+    return Fail(kErrorExpectedEqual);
   const CString variable = m_pState->token.Text();
   get_token();
-  if (!IsDelimiter(u'=')) {
-    ReportError(kErrorExpectedEqual);
-    return false;
-  }
+  if (!IsDelimiter(u'='))
+    return Fail(kErrorExpectedEqual);
   CBasicVariable start;
   get_exp(start);
   SetVariable(variable, start.GetNumberValue(), 0);
 
   get_token();
-  if (m_pState->token.command != COMMAND_TO) {
-    ReportError(kErrorExpectedTo);
-    return false;
-  }
+  if (m_pState->token.command != COMMAND_TO)
+    return Fail(kErrorExpectedTo);
   CBasicVariable end;
   get_exp(end);
   if (end.GetNumberValue() >= start.GetNumberValue())
@@ -54,15 +48,11 @@ bool CBrindle::ExecFor() {
 
 bool CBrindle::ExecNext() {
   CStackData loop;
-  if (!PopFromStack(loop)) {
-    ReportError(kErrorIllegalNext);
-    return false;
-  }
+  if (!PopFromStack(loop))
+    return Fail(kErrorIllegalNext);
   VariableSlot* counter = FindSlot(loop.name);
-  if (counter == nullptr || !counter->Increment()) {
-    ReportError(kErrorIllegalNext);
-    return false;
-  }
+  if (counter == nullptr || !counter->Increment())
+    return Fail(kErrorIllegalNext);
   counter = FindSlot(loop.name); // a handler of its change event may have moved it
   if (counter == nullptr || counter->CurrentItem().GetDoubleValue() > loop.value)
     return true;
@@ -79,10 +69,8 @@ bool CBrindle::ExecDoWhile() {
   get_token();
   if (m_pState->token.kind != TOKEN_KEYWORD)
     ReportError(kErrorSyntax); // and reading goes on
-  if (m_pState->token.keyword != KEYWORD_WHILE) {
-    ReportError(kErrorWhileMissing);
-    return false;
-  }
+  if (m_pState->token.keyword != KEYWORD_WHILE)
+    return Fail(kErrorWhileMissing);
   if (ExecLogicalStatement())
     return PushToStack(CString(), 0, start);
   return FindLastPair(COMMAND_DO, COMMAND_LOOP, COMMAND_NONE);

@@ -3,6 +3,7 @@
 #include "interpreter/error_numbers.h"
 #include "interpreter/limits.h"
 #include "interpreter/state.h"
+#include "interpreter/user_interface_call.h"
 
 using namespace brindle;
 
@@ -36,10 +37,8 @@ bool CBrindle::ExecPrint() {
       if (isName && m_pState->position == start)
         m_pState->position = end;
     }
-    if (static_cast<std::int64_t>(text.GetLength()) + item.GetLength() > kLongestText) {
-      ReportError(kErrorUnrecoverable);
-      return false;
-    }
+    if (static_cast<std::int64_t>(text.GetLength()) + item.GetLength() > kLongestText)
+      return Fail(kErrorUnrecoverable);
     text += item;
     lineEnd = true;
 
@@ -54,7 +53,6 @@ bool CBrindle::ExecPrint() {
   }
   if (lineEnd)
     text += u'\n';
-  GetUserInterface().ShowMessage(text);
-  AfterUserInterface();
+  CallUserInterface([&] { GetUserInterface().ShowMessage(text); });
   return true;
 }

@@ -10,10 +10,8 @@ bool CBrindle::ExecFunction(CBasicVariable& result) {
   const FUNCTION_TYPE code = m_pState->token.function;
   const CString name = m_pState->token.Text();
   CFuncDesc* const function = m_pState->token.descriptor;
-  if (code == FUNCTION_NONE) {
-    ReportError(kErrorUndefinedFunction);
-    return false;
-  }
+  if (code == FUNCTION_NONE)
+    return Fail(kErrorUndefinedFunction);
 
   const int recordedNames = m_pState->m_arrTemporaries.GetSize();
   Arguments args;
@@ -41,9 +39,7 @@ bool CBrindle::ExecFunction(CBasicVariable& result) {
   m_pState->m_arrTemporaries.SetSize(recordedNames);
 
   get_token();
-  if (!IsDelimiter(u')')) {
-    ReportError(kErrorFunctionCall);
-    return false;
-  }
+  if (!IsDelimiter(u')'))
+    return Fail(kErrorFunctionCall);
   return done;
 }

@@ -27,7 +27,6 @@ bool CBrindle::LabelsFree() {
 
 namespace {
 
-// Procedures of this text that the scan has met so far: only a second one in the same text is a fault.
 bool IsHeadWord(const TokenState& token) {
   return (token.command == COMMAND_FUNCTION || token.command == COMMAND_SUB) &&
          token.previousKind == TOKEN_DELIMITER;
@@ -42,11 +41,8 @@ bool CBrindle::LabelsScan() {
   while (!IsEndOfProgram()) {
     get_token();
     const TokenState& token = m_pState->token;
-    if (token.kind == TOKEN_NONE) {
-      NextChar();
-    } else if (token.command == COMMAND_REM) {
-      SkipComment();
-    } else if (token.kind == TOKEN_LABEL) {
+    StepOver();
+    if (token.kind == TOKEN_LABEL) {
       if (!LabelAdd(token.Text(), m_pState->position)) {
         // Deliberate: a duplicate label says that the table is full.
         ReportError(kErrorLabelTableFull);
@@ -59,7 +55,8 @@ bool CBrindle::LabelsScan() {
       name.MakeLower();
       CFuncDesc* known = m_pState->functions.Find(name);
       if (known != nullptr && known->m_nKind == CFuncDesc::kProcedure && known->m_pProgram != m_pState->program) {
-        // Left over from an earlier run: the definition takes its new place.
+        // Left over from an earlier run, the definition takes its new place: only a second one in the same text
+        // is a fault.
         known->m_nPosition = m_pState->position;
         known->m_pProgram = m_pState->program;
         continue;

@@ -14,9 +14,16 @@ CBrindle::CBrindle() : m_pState(std::make_unique<InterpreterState>()) {
   AddToNotifyList();
   m_nNumberOfCopies += 1;
 
-  SetVariableDirect(CString(u"Nothing"), CBasicVariable(), 0, true);
-  SetVariableDirect(CString(u"True"), CBasicVariable(1), 0, true);
-  SetVariableDirect(CString(u"False"), CBasicVariable(0), 0, true);
+  try {
+    SetVariableDirect(CString(u"Nothing"), CBasicVariable(), 0, true);
+    SetVariableDirect(CString(u"True"), CBasicVariable(1), 0, true);
+    SetVariableDirect(CString(u"False"), CBasicVariable(0), 0, true);
+  } catch (...) {
+    // An interpreter that was never built must not stand among the live ones.
+    RemoveFromNotifyList();
+    m_nNumberOfCopies -= 1;
+    throw;
+  }
   m_pState->random.Seed(static_cast<std::uint32_t>(std::chrono::system_clock::now().time_since_epoch().count()));
 }
 

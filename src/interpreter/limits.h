@@ -15,6 +15,8 @@ inline constexpr std::int64_t kLongestText = 64 * 1024 * 1024;
 inline constexpr std::size_t kStackReserve = 320 * 1024;
 // Scripts that run each other: every level holds a whole interpreter, so it is bounded by count as well.
 inline constexpr int kDeepestRun = 200;
+// "library" and "include" lines of one program, those inside included files counted each time.
+inline constexpr int kMostCompositionLines = 4000;
 // The largest size that "dim" takes.
 inline constexpr int kLargestArray = 16000;
 

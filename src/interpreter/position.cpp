@@ -61,9 +61,13 @@ bool CBrindle::GoPastEOL() {
   return true;
 }
 
-void CBrindle::SkipComment() {
+// What never counts where the text is read without being run: the rest of a "rem" line, and a character that
+// starts no token.
+void CBrindle::StepOver() {
   if (m_pState->token.command == COMMAND_REM)
     FindEOL();
+  else if (m_pState->token.kind == TOKEN_NONE)
+    NextChar();
 }
 
 bool CBrindle::IsDelimiter(char16_t unit) const noexcept {

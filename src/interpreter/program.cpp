@@ -18,19 +18,25 @@ struct CBrindle::RunScope {
       : m_owner(owner), m_state(*owner.m_pState), m_nested(m_state.runDepth > 0), m_program(m_state.program),
         m_position(m_state.position), m_token(m_state.token), m_scratch(m_state.scratch),
         m_fileName(m_state.fileName), m_keepTokens(m_state.keepTokens), m_stop(m_state.stop),
-        m_level(m_state.m_nScopeLevel), m_positions(m_state.positions.size()),
-        m_names(m_state.m_arrTemporaries.GetSize()) {
+        m_level(m_state.m_nScopeLevel), m_base(m_state.baseLevel), m_names(m_state.m_arrTemporaries.GetSize()) {
     ++m_state.runDepth;
+    m_state.baseLevel = m_level;
+    // The other program's loops and returns are none of this one's.
+    m_positions.swap(m_state.positions);
+    if (m_nested)
+      m_control.swap(m_state.control);
   }
   RunScope(const RunScope&) = delete;
   RunScope& operator=(const RunScope&) = delete;
   ~RunScope() {
     --m_state.runDepth;
     m_state.m_nScopeLevel = m_level;
-    m_state.positions.resize(m_positions);
+    m_state.baseLevel = m_base;
     m_state.m_arrTemporaries.SetSize(m_names);
+    m_positions.swap(m_state.positions);
     if (!m_nested)
       return;
+    m_control.swap(m_state.control);
     m_state.program = m_program;
     m_state.position = m_position;
     m_state.token = m_token;
@@ -58,44 +64,61 @@ private:
   bool m_keepTokens;
   bool m_stop;
   int m_level;
-  std::size_t m_positions;
+  int m_base;
   int m_names;
+  std::vector<ReturnPosition> m_positions;
+  ControlStack m_control;
 };
 
-bool CBrindle::ExecuteProgram(const CString& fileName) {
-  const CString name = fileName; // the caller's text may be a script variable
-  RunScope scope(*this);
-  try {
-    CheckNesting();
-    bool loaded = false;
-    try {
-      loaded = LoadProgram(name);
-    } catch (const std::bad_alloc&) {
-      // as for a file that cannot be read
-    }
-    if (!loaded) {
-      ReportError(kErrorLoadingSource);
-      return false;
-    }
-  } catch (const ScriptAbort&) {
-    return false;
-  }
+// Runs `body` up to this interpreter's abort, which ends here, and turns want of memory into an error. What
+// belongs to others, another interpreter's abort or a host's exception, passes.
+template <class Body, class Release> void CBrindle::RunToAbort(Body body, Release release) {
   try {
     try {
-      RunProgram(name);
+      body();
     } catch (const std::bad_alloc&) {
       ReportError(kErrorUnrecoverable);
     } catch (const std::length_error&) {
       ReportError(kErrorUnrecoverable);
     }
-  } catch (const ScriptAbort&) {
+  } catch (const ScriptAbort& abort) {
+    if (abort.owner != this)
+      throw;
     try {
-      scope.ReleaseObjects();
-    } catch (const ScriptAbort&) {
+      release();
+    } catch (const ScriptAbort& second) {
       // The handlers of a change event were aborted as well: nothing is left to stop.
+      if (second.owner != this)
+        throw;
     }
   }
-  return true;
+}
+
+bool CBrindle::ExecuteProgram(const CString& fileName) {
+  const CString name = fileName; // the caller's text may be a script variable
+  RunScope scope(*this);
+  bool loaded = false;
+  RunToAbort(
+      [&] {
+        CheckNesting();
+        try {
+          loaded = LoadProgram(name);
+        } catch (const std::bad_alloc&) {
+          // as for a file that cannot be read
+        }
+        if (!loaded)
+          ReportError(kErrorLoadingSource);
+      },
+      [] {});
+  if (loaded)
+    RunToAbort([&] { RunProgram(name); }, [&] { scope.ReleaseObjects(); });
+  return loaded;
+}
+
+// Handlers of an event that comes while nothing runs: the boundary of an abort is here.
+void CBrindle::RunHandlers(CStringArray& handlers, Arguments& args) {
+  RunScope scope(*this);
+  RunToAbort([&] { CallHandlers(handlers, args); }, [&] { scope.ReleaseObjects(); });
 }
 
 bool CBrindle::LoadProgram(const CString& fileName) {

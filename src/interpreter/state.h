@@ -18,7 +18,6 @@
 #include "io/dbf_table.h"
 #include "io/file_table.h"
 
-#include <exception>
 #include <memory>
 #include <unordered_map>
 #include <vector>
@@ -63,14 +62,13 @@ struct InterpreterState {
   bool stop = false;
   bool resident = false;
   int runDepth = 0;
+  int baseLevel = 1; // the scope level of the program that runs; one that a callback runs has its caller's
   CString lastError;
   CUserInterface* userInterface = nullptr;
 
   // Language tables.
   WordTable words;
   FunctionTable functions;
-  CString currentFunctionName;
-  std::uint32_t currentFunctionPosition = 0;
 
   // Control flow.
   ControlStack control;
@@ -91,9 +89,8 @@ struct InterpreterState {
   unsigned timer = 0; // 0 when none runs
   CUserInterface* timerOwner = nullptr;
 
-  // Dialogs: the open ones, the last opened last, and what a handler has thrown inside a window system.
-  std::vector<ScriptDialog*> openDialogs;
-  std::exception_ptr keptException;
+  bool ticking = false; // while a handler of the timer runs
+  std::vector<ScriptDialog*> openDialogs; // the last opened last
   FileTable files;
   FileFormatTable tables;
   ComPortTable comPorts;

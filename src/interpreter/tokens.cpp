@@ -23,12 +23,9 @@ BASIC_TOKEN_TYPE CBrindle::get_token() {
   m_pState->position = state.token->end;
 
   if (state.kind == TOKEN_FUNCTION) {
-    state.function = ResolveFunction(state.token->text, state.token->lowered);
+    state.function = ResolveFunction(state.token->lowered);
   } else if (state.kind == TOKEN_IDENTIFIER) {
-    const CString& name = state.token->text;
-    const int dot = name.Find(u'.');
-    CBasicVariable value;
-    state.kind = FindStructVariable(name.Left(dot), name.Mid(dot + 1), value, false) ? TOKEN_FIELD : TOKEN_FIELD_UNKNOWN;
+    state.kind = IsRecordField(state.token->text) ? TOKEN_FIELD : TOKEN_FIELD_UNKNOWN;
   }
   return state.kind;
 }
@@ -40,8 +37,7 @@ void CBrindle::putback() {
 bool CBrindle::AddFunction(CFuncDesc* function) {
   if (m_pState->functions.Add(function))
     return true;
-  ReportError(kErrorDuplicateFunction);
-  return false;
+  return Fail(kErrorDuplicateFunction);
 }
 
 CFuncDesc* CBrindle::FindFunction(const CString& lowered) const {
@@ -51,24 +47,21 @@ CFuncDesc* CBrindle::FindFunction(const CString& lowered) const {
   return m_pState->functions.Find(lowered);
 }
 
-FUNCTION_TYPE CBrindle::ResolveFunction(const CString& name, const CString& lowered) {
+FUNCTION_TYPE CBrindle::ResolveFunction(const CString& lowered) {
   m_pState->token.descriptor = nullptr;
   if (lowered.Find(u'.') >= 0) {
-    m_pState->currentFunctionName = name;
     return FUNCTION_AUTOMATION;
   }
   CFuncDesc* function = FindFunction(lowered);
   if (function == nullptr)
     return FUNCTION_NONE;
   m_pState->token.descriptor = function;
-  m_pState->currentFunctionName = function->m_strName;
-  m_pState->currentFunctionPosition = function->m_nPosition;
   return function->m_nCode;
 }
 
 FUNCTION_TYPE CBrindle::LookupFunction(const CString& name, CFuncDesc& out, bool copy) {
   CString lowered = name;
-  const FUNCTION_TYPE type = ResolveFunction(name, lowered.MakeLower());
+  const FUNCTION_TYPE type = ResolveFunction(lowered.MakeLower());
   if (copy && m_pState->token.descriptor != nullptr)
     out = *m_pState->token.descriptor;
   return type;

@@ -95,10 +95,8 @@ bool CBrindle::ExecOpenFile() {
 bool CBrindle::ExecCloseFile() {
   CBasicVariable number;
   get_exp(number);
-  if (number.GetType() != BVT_NUMBER) {
-    ReportError(kErrorArgumentType);
-    return false;
-  }
+  if (number.GetType() != BVT_NUMBER)
+    return Fail(kErrorArgumentType);
   m_pState->files.Close(ToUint32(number.GetNumberValue())); // one that is not open is ignored
   return true;
 }

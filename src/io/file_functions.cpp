@@ -5,6 +5,7 @@
 #include "interpreter/state.h"
 #include "platform/number_text.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 #include <vector>
@@ -14,6 +15,8 @@ using namespace brindle;
 namespace {
 
 static_assert(std::endian::native == std::endian::little, "elements are stored little-endian");
+
+constexpr std::size_t kFirstPortion = 64 * 1024;
 
 bool IsElementSize(int size) {
   return size == 1 || size == 2 || size == 4 || size == 8;
@@ -67,17 +70,16 @@ int ReadElements(FileHolder& file, CBasicVariable& result, const CBasicVariableA
   const int count = ToInt32(args[1].GetNumberValue());
   if (count < 0 || count > kLongestText)
     return kErrorUnrecoverable;
-  // Never more memory than the file has bytes: a count may be a script's mistake.
-  const std::uint64_t wanted = static_cast<std::uint64_t>(count) * static_cast<std::uint64_t>(size);
-  const std::uint64_t position = file.GetPosition();
-  const std::uint64_t length = file.GetLength();
-  if (length > position && wanted > length - position) {
-    file.Seek(length);
-    return kErrorShortRead;
+  // In portions, so that memory grows with what the file holds, not with what the script asks for.
+  const std::size_t wanted = static_cast<std::size_t>(count) * static_cast<std::size_t>(size);
+  std::vector<char> bytes;
+  while (bytes.size() < wanted) {
+    const std::size_t held = bytes.size();
+    const std::size_t portion = std::min(wanted - held, std::max(held, kFirstPortion));
+    bytes.resize(held + portion);
+    if (file.Read(bytes.data() + held, portion) < portion)
+      return kErrorShortRead;
   }
-  std::vector<char> bytes(static_cast<std::size_t>(wanted));
-  if (file.Read(bytes.data(), bytes.size()) < bytes.size())
-    return kErrorShortRead;
   result.SetArraySize(count);
   for (int i = 0; i < count; ++i)
     SetElement(result, i, bytes, size);
@@ -154,10 +156,8 @@ bool CBrindle::ExecFileOperation(CBasicVariable& result, Arguments& args, FUNCTI
   if (!CheckLeast(args, 1))
     return false;
   FileHolder* file = m_pState->files.Find(ToUint32(args[0].GetNumberValue()));
-  if (file == nullptr) {
-    ReportError(kErrorFileHandle);
-    return false;
-  }
+  if (file == nullptr)
+    return Fail(kErrorFileHandle);
   int error = 0;
   try {
     switch (type) {
@@ -202,6 +202,5 @@ bool CBrindle::ExecFileOperation(CBasicVariable& result, Arguments& args, FUNCTI
   }
   if (error == 0)
     return true;
-  ReportError(error);
-  return false;
+  return Fail(error);
 }

@@ -32,12 +32,15 @@ void TextFile::SetWriteEncoding(WriteEncoding encoding) noexcept {
 bool TextFile::Open(const CString& path, unsigned flags) {
   if (!m_file.Open(path.View(), flags))
     return false;
+  // Without a seek, which a pipe refuses: what is no mark is the first of the text.
   std::array<char, 2> start{};
-  const bool readable = (flags & 3U) != CFile::modeWrite;
-  if (readable && m_file.Read(start.data(), start.size()) == kMark.size() &&
-      std::string_view(start.data(), start.size()) == kMark)
-    m_bUnicode = true;
-  Seek(0);
+  const std::size_t count = m_file.Read(start.data(), start.size());
+  m_buffer.assign(start.data(), count);
+  m_nBufferStart = 0;
+  m_nConsumed = 0;
+  m_bUnicode = m_buffer == kMark;
+  if (m_bUnicode)
+    m_nConsumed = kMark.size();
   return true;
 }
 
@@ -63,7 +66,13 @@ bool TextFile::Fill() {
   m_nConsumed = 0;
   const std::size_t held = m_buffer.size();
   m_buffer.resize(held + kFillSize);
-  const std::size_t count = m_file.Read(m_buffer.data() + held, kFillSize);
+  std::size_t count = 0;
+  try {
+    count = m_file.Read(m_buffer.data() + held, kFillSize);
+  } catch (...) {
+    m_buffer.resize(held);
+    throw;
+  }
   m_buffer.resize(held + count);
   return count > 0;
 }

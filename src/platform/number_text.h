@@ -1,7 +1,7 @@
 // Numbers to text and back, printf conversions included, without the locale and without printf.
 // Room: platform. Used by: CString::Format, values, the script function "format".
 // May touch: nothing.
-// Invariant: the digits are those of the C library in the "C" locale, whatever the process has set.
+// Invariant: the digits are those that the C standard defines for the "C" locale, whatever the process has set.
 #pragma once
 
 #include "brindle/text.h"

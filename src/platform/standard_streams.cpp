@@ -17,15 +17,20 @@ namespace {
 
 constexpr std::size_t kFlushSize = 32 * 1024;
 
-// A reader that went away is no reason to end: what cannot be written is dropped.
-void WriteAll(int descriptor, std::string_view bytes) noexcept {
+// False when the rest cannot be written. A descriptor that does not block is waited for.
+bool WriteAll(int descriptor, std::string_view bytes) noexcept {
   while (!bytes.empty()) {
     const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
-    if (written < 0 && errno != EINTR)
-      return;
-    if (written > 0)
+    if (written > 0) {
       bytes.remove_prefix(static_cast<std::size_t>(written));
+    } else if (written < 0 && (errno == EAGAIN || errno == EWOULDBLOCK)) {
+      pollfd wait{descriptor, POLLOUT, 0};
+      ::poll(&wait, 1, -1);
+    } else if (written < 0 && errno != EINTR) {
+      return false;
+    }
   }
+  return true;
 }
 
 // A signal handler can do no more than write: whoever waits for input watches the other end.
@@ -60,7 +65,7 @@ void StandardStreams::WriteError(std::string_view bytes) {
 }
 
 void StandardStreams::Flush() noexcept {
-  WriteAll(STDOUT_FILENO, m_output);
+  m_bOutputLost = !WriteAll(STDOUT_FILENO, m_output) || m_bOutputLost;
   m_output.clear();
 }
 
@@ -81,11 +86,13 @@ void StandardStreams::EndInputOnTermination() {
 }
 
 bool StandardStreams::TakeLine(std::string& line) {
-  const std::size_t end = m_input.find('\n');
+  const std::size_t end = m_input.find('\n', m_nSearched);
+  m_nSearched = end == std::string::npos ? m_input.size() : 0;
   if (end == std::string::npos && !(m_bEndOfInput && !m_input.empty()))
     return false;
   line = m_input.substr(0, end);
   m_input.erase(0, end == std::string::npos ? end : end + 1);
+  m_nSearched = 0;
   if (!line.empty() && line.back() == '\r')
     line.pop_back();
   return true;
@@ -106,6 +113,7 @@ StandardStreams::ReadLine(std::string& line, std::optional<std::chrono::steady_c
       continue;
     if (ready < 0 || waits[1].revents != 0) {
       m_input.clear();
+      m_nSearched = 0;
       m_bEndOfInput = true;
       continue;
     }
@@ -113,7 +121,7 @@ StandardStreams::ReadLine(std::string& line, std::optional<std::chrono::steady_c
     const ssize_t count = ::read(STDIN_FILENO, buffer.data(), buffer.size());
     if (count > 0)
       m_input.append(buffer.data(), static_cast<std::size_t>(count));
-    else if (count == 0 || errno != EINTR)
+    else if (count == 0 || (errno != EINTR && errno != EAGAIN && errno != EWOULDBLOCK))
       m_bEndOfInput = true;
   }
   return WaitResult::Line;

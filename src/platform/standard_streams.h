@@ -22,6 +22,8 @@ public:
   void Write(std::string_view bytes);
   void WriteError(std::string_view bytes);
   void Flush() noexcept;
+  // Whether something written could not be delivered (a full disk, say).
+  [[nodiscard]] bool OutputLost() const noexcept { return m_bOutputLost; }
   [[nodiscard]] bool InputIsTerminal() const noexcept;
   // From now on the signals that ask a process to end count as the end of input.
   void EndInputOnTermination();
@@ -36,7 +38,9 @@ private:
 
   std::string m_output;
   std::string m_input; // read but not yet given out
+  std::size_t m_nSearched = 0; // how much of it is known to hold no line end
   int m_nTerminationPipe = -1;
+  bool m_bOutputLost = false;
   bool m_bEndOfInput = false;
 };
 

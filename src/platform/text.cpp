@@ -307,7 +307,8 @@ int CString::Insert(int index, const CString& text) {
 }
 
 int CString::Delete(int index, int count) {
-  if (index < 0 || index >= GetLength() || count <= 0)
+  index = std::max(index, 0);
+  if (index >= GetLength() || count <= 0)
     return GetLength();
   CString result = Left(index);
   if (count < GetLength() - index)
@@ -361,6 +362,15 @@ std::uint32_t CString::Hash() const noexcept {
 
 namespace {
 
+// The size letters "h" and "hh" keep the low 16 or 8 bits.
+std::int64_t Shortened(const brindle::FormatDirective& directive, std::int64_t value, bool isSigned) {
+  if (directive.shorts == 0 || directive.longs > 0)
+    return value;
+  if (directive.shorts == 1)
+    return isSigned ? static_cast<std::int16_t>(value) : static_cast<std::uint16_t>(value);
+  return isSigned ? static_cast<std::int8_t>(value) : static_cast<std::uint8_t>(value);
+}
+
 // Takes the arguments of one directive from the list and appends its text.
 void AppendDirective(CString& out, brindle::FormatDirective directive, std::va_list& arguments) {
   if (directive.widthFromArgument) {
@@ -379,18 +389,23 @@ void AppendDirective(CString& out, brindle::FormatDirective directive, std::va_l
   case u'd':
   case u'i':
     brindle::AppendInteger(out, directive,
-                           directive.longs >= 2   ? va_arg(arguments, long long)
-                           : directive.longs == 1 ? va_arg(arguments, long)
-                                                  : va_arg(arguments, int));
+                           Shortened(directive,
+                                     directive.longs >= 2   ? va_arg(arguments, long long)
+                                     : directive.longs == 1 ? va_arg(arguments, long)
+                                                            : va_arg(arguments, int),
+                                     true));
     break;
   case u'u':
   case u'o':
   case u'x':
   case u'X':
     brindle::AppendInteger(out, directive,
-                           static_cast<std::int64_t>(directive.longs >= 2   ? va_arg(arguments, unsigned long long)
-                                                     : directive.longs == 1 ? va_arg(arguments, unsigned long)
-                                                                            : va_arg(arguments, unsigned)));
+                           Shortened(directive,
+                                     static_cast<std::int64_t>(
+                                         directive.longs >= 2   ? va_arg(arguments, unsigned long long)
+                                         : directive.longs == 1 ? va_arg(arguments, unsigned long)
+                                                                : va_arg(arguments, unsigned)),
+                                     false));
     break;
   case u'e':
   case u'E':

@@ -2,6 +2,7 @@
 #include "brindle/interpreter.h"
 #include "interpreter/error_numbers.h"
 #include "interpreter/state.h"
+#include "interpreter/user_interface_call.h"
 #include "platform/collections.h"
 #include "platform/number_text.h"
 #include "ui/script_dialog.h"
@@ -17,17 +18,10 @@ bool CBrindle::GetControlWindow(int id) const {
   return dialog != nullptr && dialog->HasControl(id);
 }
 
-void CBrindle::CloseDialogs() {
-  for (ScriptDialog* dialog : m_pState->openDialogs)
-    dialog->window->End(CDialogWindow::kCancel);
-}
-
 bool CBrindle::ExecCloseDialog() {
   ScriptDialog* dialog = CurrentDialog();
-  if (dialog == nullptr) {
-    ReportError(kErrorNoDialog);
-    return false;
-  }
+  if (dialog == nullptr)
+    return Fail(kErrorNoDialog);
   dialog->window->End(CDialogWindow::kOk);
   return true;
 }
@@ -45,8 +39,8 @@ bool CBrindle::ExecSetFocus() {
 bool CBrindle::ExecAsk(CBasicVariable& result, Arguments& args, FUNCTION_TYPE) {
   if (!CheckLeast(args, 1))
     return false;
-  const bool yes = GetUserInterface().AskYesNo(args[0].GetStringValue(), CString());
-  AfterUserInterface();
+  const CString question = args[0].GetStringValue();
+  const bool yes = CallUserInterface([&] { return GetUserInterface().AskYesNo(question, CString()); });
   result.SetValue(yes ? 1 : 0);
   return true;
 }
@@ -61,8 +55,7 @@ bool CBrindle::ExecFileDlg(CBasicVariable& result, Arguments& args, FUNCTION_TYP
   request.defaultExtension = textOf(1);
   request.filter = textOf(2);
   request.initialFolder = textOf(3);
-  const auto path = GetUserInterface().ChooseFile(request);
-  AfterUserInterface();
+  const auto path = CallUserInterface([&] { return GetUserInterface().ChooseFile(request); });
   if (path)
     result.SetValue(*path);
   return true;
@@ -78,8 +71,7 @@ bool CBrindle::ExecPopupMenu(CBasicVariable& result, Arguments& args, FUNCTION_T
       entries.Add(argument.GetStringValue());
     }
   }
-  const int chosen = GetUserInterface().ShowPopupMenu(entries);
-  AfterUserInterface();
+  const int chosen = CallUserInterface([&] { return GetUserInterface().ShowPopupMenu(entries); });
   result.SetValue(chosen);
   return true;
 }
@@ -123,16 +115,12 @@ bool CBrindle::ExecSendMessage(CBasicVariable&, Arguments&, FUNCTION_TYPE) {
 bool CBrindle::ExecGetControlValue(CBasicVariable& result, Arguments& args, FUNCTION_TYPE) {
   if (!CheckLeast(args, 1))
     return false;
-  const auto fail = [this](int number) {
-    ReportError(number);
-    return false;
-  };
   const ScriptDialog* dialog = CurrentDialog();
   if (dialog == nullptr)
-    return fail(kErrorNoDialog);
+    return Fail(kErrorNoDialog);
   const int id = ToInt32(args[0].GetNumberValue());
   if (!dialog->HasControl(id))
-    return fail(kErrorControlId);
+    return Fail(kErrorControlId);
   if (args.GetSize() < 2) {
     result.Set(dialog->ValueOf(id));
     return true;
@@ -143,7 +131,7 @@ bool CBrindle::ExecGetControlValue(CBasicVariable& result, Arguments& args, FUNC
     return true;
   }
   if (what.CompareNoCase(CString(u"selection")) != 0)
-    return fail(kErrorParameter);
+    return Fail(kErrorParameter);
   const std::vector<int> selection = dialog->window->GetSelection(id);
   if (dialog->Kind(id) != ControlKind::MultiListBox) {
     result.SetValue(selection.empty() ? -1 : selection.front());

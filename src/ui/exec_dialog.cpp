@@ -2,12 +2,12 @@
 #include "brindle/interpreter.h"
 #include "interpreter/error_numbers.h"
 #include "interpreter/state.h"
+#include "interpreter/user_interface_call.h"
 #include "platform/number_text.h"
 #include "ui/script_dialog.h"
 
 #include <algorithm>
 #include <array>
-#include <exception>
 #include <string_view>
 #include <utility>
 
@@ -89,23 +89,17 @@ bool CBrindle::CreateItemTemplate(std::uint32_t style, const CBasicVariableArray
 // control KIND caption, id, x, y, width, height [, handler]. Reports its own errors.
 bool CBrindle::ExecControl(std::vector<std::byte>& item, int& id, CString& handler) {
   get_token();
-  if (m_pState->token.kind != TOKEN_KEYWORD) {
-    ReportError(kErrorSyntax);
-    return false;
-  }
+  if (m_pState->token.kind != TOKEN_KEYWORD)
+    return Fail(kErrorSyntax);
   const KEYWORD_TYPE keyword = m_pState->token.keyword;
   Arguments args;
   ReadOperands(args, kControlParameters);
   const auto control = std::find_if(kControls.begin(), kControls.end(),
                                     [keyword](const Control& row) { return row.keyword == keyword; });
-  if (control == kControls.end()) {
-    ReportError(kErrorDialogControl);
-    return false;
-  }
-  if (args.GetSize() < kControlParameters) {
-    ReportError(kErrorSyntax);
-    return false;
-  }
+  if (control == kControls.end())
+    return Fail(kErrorDialogControl);
+  if (args.GetSize() < kControlParameters)
+    return Fail(kErrorSyntax);
   id = keyword == KEYWORD_OKBUTTON       ? CDialogWindow::kOk
        : keyword == KEYWORD_CANCELBUTTON ? CDialogWindow::kCancel
                                          : IntegerOf(args[1]);
@@ -142,9 +136,7 @@ int CBrindle::ReadDialogName(CString& name) {
 // One token inside a dialog or page. 0, the number of an error, or -1 for one that has been reported.
 int CBrindle::ReadDialogLine(ScriptDialog& dialog, std::vector<std::byte>& dialogTemplate) {
   constexpr int kReported = -1;
-  SkipComment();
-  if (m_pState->token.kind == TOKEN_NONE)
-    NextChar();
+  StepOver();
   switch (m_pState->token.keyword) {
   case KEYWORD_CONTROL: {
     std::vector<std::byte> item;
@@ -215,9 +207,7 @@ bool CBrindle::ExecPropertySheet() {
     dialog.description.height = rectangle.height;
   }
   for (get_token(); !EndsBlock(m_pState->token.command, COMMAND_ENDDIALOG); get_token()) {
-    SkipComment();
-    if (m_pState->token.kind == TOKEN_NONE)
-      NextChar();
+    StepOver();
     if (m_pState->token.command == COMMAND_PAGE && !ExecPropertyPage(dialog))
       return false;
   }
@@ -264,27 +254,18 @@ void CBrindle::RaiseHandler(const CString& name, const CBasicVariable& value) {
   }
 }
 
-// An exception that was thrown inside a window system's loop and has to wait for the loop's end.
-void CBrindle::KeepException() {
-  if (m_pState->keptException == nullptr)
-    m_pState->keptException = std::current_exception();
-}
-
-void CBrindle::AfterUserInterface() {
-  if (m_pState->keptException != nullptr)
-    std::rethrow_exception(std::exchange(m_pState->keptException, nullptr));
-}
-
 bool CBrindle::RunDialog(ScriptDialog& dialog) {
   CheckNesting();
   dialog.Connect([this](const CString& name, const CBasicVariable& value) { RaiseHandler(name, value); },
-                 [this] { KeepException(); });
+                 [] {
+                   if (!UserInterfaceCalls::KeepException())
+                     throw;
+                 });
   if (dialog.ReadTemplates())
-    dialog.window = GetUserInterface().CreateDialogWindow(dialog.description, dialog);
-  if (dialog.window == nullptr) {
-    ReportError(kErrorDialogCreating);
-    return false;
-  }
+    dialog.window = CallUserInterface(
+        [&] { return GetUserInterface().CreateDialogWindow(dialog.description, dialog); });
+  if (dialog.window == nullptr)
+    return Fail(kErrorDialogCreating);
 
   struct Open {
     Open(std::vector<ScriptDialog*>& list, ScriptDialog& dialog) : m_list(list) { m_list.push_back(&dialog); }
@@ -294,9 +275,7 @@ bool CBrindle::RunDialog(ScriptDialog& dialog) {
     std::vector<ScriptDialog*>& m_list;
   };
   const Open open(m_pState->openDialogs, dialog);
-  const int result = dialog.window->Run();
-  AfterUserInterface();
-  dialog.RaiseExit(result);
-  AfterUserInterface();
+  const int result = CallUserInterface([&] { return dialog.window->Run(); }, dialog.window.get());
+  CallUserInterface([&] { dialog.RaiseExit(result); });
   return true;
 }

@@ -22,8 +22,7 @@ void ScriptDialog::RaiseSafely(const CString& handler, const CBasicVariable& val
   try {
     m_raise(handler, value);
   } catch (...) {
-    m_keepException();
-    window->End(CDialogWindow::kCancel);
+    m_keepException(); // and the dialog ends
   }
 }
 

@@ -50,8 +50,13 @@ void CUserInterface::StopTimer(unsigned) {}
 CUserInterface& CUserInterface::Default() noexcept {
   if (chosen != nullptr)
     return *chosen;
-  static CConsoleUserInterface console;
-  return console;
+  // It outlives every interpreter, those with static storage as well; only its output is written at the end.
+  struct Console {
+    CConsoleUserInterface* interface = new CConsoleUserInterface;
+    ~Console() { interface->Flush(); }
+  };
+  static const Console console;
+  return *console.interface;
 }
 
 void CUserInterface::SetDefault(CUserInterface* userInterface) noexcept {

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cassert>
+#include <iterator>
 #include <memory>
+#include <vector>
 
 namespace {
 
@@ -53,11 +55,15 @@ void CBasicVariable::ItemList::Reserve(int capacity) {
 
 void CBasicVariable::ItemList::Resize(int count) {
   if (count < m_nCount) {
+    // The end of an object may come back to this list: what goes is no part of it any more.
+    const std::vector<CVarBase> doomed(std::make_move_iterator(Data() + count),
+                                       std::make_move_iterator(Data() + m_nCount));
     std::destroy(Data() + count, Data() + m_nCount);
-  } else {
-    Reserve(count);
-    std::uninitialized_value_construct(Data() + m_nCount, Data() + count);
+    m_nCount = count;
+    return;
   }
+  Reserve(count);
+  std::uninitialized_value_construct(Data() + m_nCount, Data() + count);
   m_nCount = count;
 }
 
@@ -70,7 +76,7 @@ void CBasicVariable::ItemList::Add(CVarBase&& item) {
 
 void CBasicVariable::ItemList::Assign(const ItemList& other) {
   Resize(other.m_nCount);
-  for (int i = 0; i < m_nCount; ++i)
+  for (int i = 0; i < m_nCount && i < other.m_nCount; ++i)
     At(i).SetValue(other.At(i));
 }
 
@@ -211,6 +217,13 @@ void CBasicVariable::Set(const CVarBase& item) {
   m_items.At(0).SetValue(item);
   DropFieldNames(0);
   OnChange();
+}
+
+bool CBasicVariable::HoldsObject() const noexcept {
+  for (int i = 0; i < m_items.Count(); ++i)
+    if (m_items.At(i).GetType() == BVT_OBJECT)
+      return true;
+  return false;
 }
 
 void CBasicVariable::ReleaseStringBuffer() {

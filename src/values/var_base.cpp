@@ -26,21 +26,24 @@ CString TextOfTruth(bool truth) {
 
 } // namespace
 
+// An object's end may run code that reaches this very item, or that throws. So whoever overwrites a value first
+// moves the old one into a local that dies last, and nothing is touched behind it.
+
 void CVarBase::Clear() noexcept {
-  switch (m_kind) {
+  const std::uint16_t kind = std::exchange(m_kind, std::uint16_t{VT_EMPTY});
+  switch (kind) {
   case VT_BSTR: m_text.~CString(); break;
-  case VT_DISPATCH: {
-    // The reference goes last: an object's end may run code that looks at this item.
-    IDispatch* object = m_pObject;
-    m_kind = VT_EMPTY;
-    if (object != nullptr)
-      object->Release();
+  case VT_DISPATCH:
+    try {
+      if (m_pObject != nullptr)
+        m_pObject->Release();
+    } catch (...) {
+      // An end has no caller to throw to.
+    }
     break;
-  }
   case kBuffered: delete m_pBuffered; break;
   default: break;
   }
-  m_kind = VT_EMPTY;
 }
 
 void CVarBase::Take(CVarBase& other) noexcept {
@@ -63,34 +66,22 @@ const CVarBase& CVarBase::Value() const noexcept {
 
 void CVarBase::CopyValue(const CVarBase& other) {
   const CVarBase& source = other.Value();
+  CVarBase fresh;
   switch (source.m_kind) {
   case VT_I4:
-  case VT_BOOL:
-    Clear();
-    m_integer = source.m_integer;
+  case VT_BOOL: fresh.m_integer = source.m_integer; break;
+  case VT_R8: fresh.m_double = source.m_double; break;
+  case VT_BSTR: ::new (&fresh.m_text) CString(source.m_text); break;
+  case VT_DISPATCH:
+    fresh.m_pObject = source.m_pObject;
+    if (fresh.m_pObject != nullptr)
+      fresh.m_pObject->AddRef();
     break;
-  case VT_R8:
-    Clear();
-    m_double = source.m_double;
-    break;
-  case VT_BSTR: {
-    CString text = source.m_text;
-    Clear();
-    ::new (&m_text) CString(std::move(text));
-    break;
+  default: break;
   }
-  case VT_DISPATCH: {
-    IDispatch* object = source.m_pObject;
-    if (object != nullptr)
-      object->AddRef();
-    Clear();
-    m_pObject = object;
-    m_kind = VT_DISPATCH;
-    return;
-  }
-  default: Clear(); return;
-  }
-  m_kind = source.m_kind;
+  fresh.m_kind = source.m_kind;
+  const CVarBase old(std::move(*this));
+  Take(fresh);
 }
 
 CVarBase::Buffered& CVarBase::MakeBuffered() {
@@ -104,60 +95,37 @@ CVarBase::Buffered& CVarBase::MakeBuffered() {
 }
 
 void CVarBase::SetValue(const CString& text) {
-  if (m_kind == kBuffered) {
-    m_pBuffered->value.SetValue(text);
-  } else if (m_kind == VT_BSTR) {
+  if (m_kind == VT_BSTR)
     m_text = text;
-  } else {
-    CString copy = text;
-    Clear();
-    ::new (&m_text) CString(std::move(copy));
-    m_kind = VT_BSTR;
-  }
+  else
+    Replace(CVarBase(text));
 }
 
 void CVarBase::SetValue(const double& number) {
-  if (m_kind == kBuffered) {
-    m_pBuffered->value.SetValue(number);
-    return;
-  }
-  const double value = number;
-  Clear();
-  m_double = value;
-  m_kind = VT_R8;
+  Replace(CVarBase(number));
 }
 
 void CVarBase::SetValue(long number) {
-  if (m_kind == kBuffered) {
-    m_pBuffered->value.SetValue(number);
-    return;
-  }
-  Clear();
-  m_integer = static_cast<std::int32_t>(number);
-  m_kind = VT_I4;
+  Replace(CVarBase(number));
 }
 
 void CVarBase::SetValue(bool truth) {
-  if (m_kind == kBuffered) {
-    m_pBuffered->value.SetValue(truth);
-    return;
-  }
-  Clear();
-  m_integer = truth ? 0xFFFF : 0;
-  m_kind = VT_BOOL;
+  Replace(CVarBase(truth));
 }
 
 void CVarBase::SetValue(IDispatch* const object) {
-  if (m_kind == kBuffered) {
-    m_pBuffered->value.SetValue(object);
-    return;
-  }
-  // Taken before the old one is released: it may be the same object with no other reference.
+  CVarBase fresh;
+  fresh.m_pObject = object;
+  fresh.m_kind = VT_DISPATCH;
   if (object != nullptr)
     object->AddRef();
-  Clear();
-  m_pObject = object;
-  m_kind = VT_DISPATCH;
+  Replace(std::move(fresh));
+}
+
+void CVarBase::Replace(CVarBase&& fresh) noexcept {
+  CVarBase& target = m_kind == kBuffered ? m_pBuffered->value : *this;
+  const CVarBase old(std::move(target));
+  target.Take(fresh);
 }
 
 void CVarBase::SetValue(const CVarBase& other) {

@@ -1,13 +1,19 @@
 #include "encrypt_command.h"
 
 #include "calls/script_cipher.h"
+#include "interpreter/scanner.h"
 
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <memory>
+#include <random>
 
 namespace {
+
+namespace fs = std::filesystem;
 
 enum ExitStatus { kWritten = 0, kFailed = 1, kUsage = 2 };
 
@@ -26,7 +32,47 @@ bool IsEnciphered(std::string_view script) {
     if ((script[start + i] | 0x20) != kWord[i])
       return false;
   const std::string_view rest = script.substr(start + kWord.size());
-  return rest.empty() || std::string_view(" \t\r\n,;=+-").find(rest[0]) != std::string_view::npos;
+  const char next = rest.empty() ? '\n' : rest[0];
+  return next != ':' && brindle::IsDelimiterUnit(static_cast<unsigned char>(next)); // "encrypt:" is a label
+}
+
+bool WriteTo(std::FILE* file, const std::string& text) {
+  const bool written = file != nullptr && std::fwrite(text.data(), 1, text.size(), file) == text.size();
+  return file != nullptr && std::fclose(file) == 0 && written;
+}
+
+// A file of a name that nobody has, beside its place: a full disk must not cost an older file.
+bool Replace(const fs::path& place, const std::string& text, fs::perms mode) {
+  std::random_device random;
+  fs::path unfinished;
+  std::FILE* file = nullptr;
+  for (int attempt = 0; file == nullptr && attempt < 16; ++attempt) {
+    unfinished = place;
+    unfinished += "." + std::to_string(random()) + ".part";
+    file = std::fopen(unfinished.c_str(), "wbx");
+  }
+  if (file == nullptr)
+    return false;
+  std::error_code error;
+  fs::permissions(unfinished, mode, error); // before the text is in it
+  if (WriteTo(file, text)) {
+    fs::rename(unfinished, place, error);
+    if (!error)
+      return true;
+  }
+  fs::remove(unfinished, error);
+  return false;
+}
+
+bool Write(const fs::path& out, const std::string& text, fs::perms mode) {
+  std::error_code error;
+  const fs::file_status status = fs::status(out, error); // of what a link leads to
+  if (!fs::exists(status))
+    return Replace(out, text, mode);
+  if (!fs::is_regular_file(status))
+    return !fs::is_directory(status) && WriteTo(std::fopen(out.c_str(), "wb"), text);
+  const fs::path place = fs::canonical(out, error);
+  return !error && Replace(place, text, status.permissions());
 }
 
 } // namespace
@@ -36,10 +82,10 @@ int EncryptCommand(const std::vector<std::string>& words) {
     std::cerr << "usage: brindle encrypt IN OUT\n";
     return kUsage;
   }
-  const std::filesystem::path in(words[0]);
-  const std::filesystem::path out(words[1]);
+  const fs::path in(words[0]);
+  const fs::path out(words[1]);
   std::error_code error;
-  if (std::filesystem::is_directory(in, error))
+  if (fs::is_directory(in, error))
     return Fail(in.string() + " is a folder");
   std::ifstream source(in, std::ios::binary);
   if (!source)
@@ -47,7 +93,7 @@ int EncryptCommand(const std::vector<std::string>& words) {
   const std::string plain((std::istreambuf_iterator<char>(source)), std::istreambuf_iterator<char>());
   if (source.bad())
     return Fail("cannot read " + in.string());
-  if (std::filesystem::equivalent(in, out, error))
+  if (fs::equivalent(in, out, error))
     return Fail("the script would be lost: OUT is the same file as IN");
   if (IsEnciphered(plain))
     return Fail(in.string() + " is enciphered already");
@@ -56,18 +102,7 @@ int EncryptCommand(const std::vector<std::string>& words) {
   const auto script = brindle::EncipherScript(plain, reason);
   if (!script)
     return Fail(in.string() + ": " + reason);
-
-  // Beside its place first: a full disk must not cost an older file.
-  std::filesystem::path unfinished = out;
-  unfinished += ".part";
-  std::ofstream target(unfinished, std::ios::binary | std::ios::trunc);
-  target << *script;
-  target.close();
-  if (target)
-    std::filesystem::rename(unfinished, out, error);
-  if (!target || error) {
-    std::filesystem::remove(unfinished, error);
-    return Fail("cannot write " + out.string());
-  }
-  return kWritten;
+  // As private as the script is.
+  const fs::perms mode = fs::status(in, error).permissions() & fs::perms(0666);
+  return Write(out, *script, mode) ? kWritten : Fail("cannot write " + out.string());
 }

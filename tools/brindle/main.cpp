@@ -2,6 +2,7 @@
 #include <brindle/brindle.h>
 
 #include "platform/code_page.h"
+#include "platform/path.h"
 #include "encrypt_command.h"
 
 #include <CLI/CLI.hpp>
@@ -29,11 +30,15 @@ int Run(const Options& options) {
   bool loaded = false;
   {
     CBrindle interpreter;
-    loaded = interpreter.ExecuteProgram(CString::FromUtf8(options.scripts.front()));
+    loaded = interpreter.ExecuteProgram(CString(brindle::PathFromNative(options.scripts.front())));
     if (loaded && interpreter.IsResident())
       console.ServeUntilEndOfInput();
   }
   CUserInterface::SetDefault(nullptr);
+  if (!console.Flush()) {
+    std::cerr << "brindle: the output could not be written\n";
+    return kFailed;
+  }
   return loaded && console.GetNumberOfErrors() == 0 ? kRan : kFailed;
 }
 

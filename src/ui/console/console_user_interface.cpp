@@ -23,7 +23,9 @@ struct CConsoleUserInterface::State {
     std::string line;
     for (;;) {
       switch (streams.ReadLine(line, timers.NextTick())) {
-      case StandardStreams::WaitResult::Line: return CString::FromUtf8(line);
+      case StandardStreams::WaitResult::Line:
+        timers.RunDue(); // input that never pauses starves no timer
+        return CString::FromUtf8(line);
       case StandardStreams::WaitResult::EndOfInput: return std::nullopt;
       case StandardStreams::WaitResult::TimedOut: timers.RunDue(); break;
       }
@@ -57,6 +59,11 @@ void CConsoleUserInterface::ServeUntilEndOfInput() {
   m_pState->streams.EndInputOnTermination();
   while (m_pState->Ask(std::string()))
     ;
+}
+
+bool CConsoleUserInterface::Flush() noexcept {
+  m_pState->streams.Flush();
+  return !m_pState->streams.OutputLost();
 }
 
 void CConsoleUserInterface::ShowMessage(const CString& text) {

@@ -287,6 +287,41 @@ TEST_F(EventStatements, a_variable_may_end_in_the_handler_of_its_own_change) {
   EXPECT_EQ(m_ui.messages.back(), "collected\n");
 }
 
+TEST_F(EventStatements, a_handler_that_sends_its_own_event_to_all_ends_in_error_50) {
+  hostAction = [](CBrindle&, CBasicVariableArray&) {
+    CBasicVariable value(1);
+    CBrindle::SendEvent(u"pong", &value);
+  };
+  Run("event create pong host\n");
+  CBasicVariable value(1);
+  CBrindle::SendEvent(u"pong", &value);
+  EXPECT_EQ(m_ui.ErrorNumbers(), Numbers{50});
+  EXPECT_EQ(State().m_nScopeLevel, 1);
+  EXPECT_EQ(State().runDepth, 0);
+}
+
+TEST_F(EventStatements, interpreters_made_and_destroyed_by_a_handler_of_a_broadcast) {
+  const CString path = m_folder.Write("passing.bas", "event create ping shown\nend\nsub shown(v)\nprint \"passing\"\n"
+                                                     "endsub\n");
+  hostAction = [&](CBrindle&, CBasicVariableArray&) {
+    for (int i = 0; i < 10; ++i) {
+      CBrindle passing;
+      passing.SetUserInterface(&m_ui);
+      passing.ExecuteProgram(path);
+      CBasicVariable value(i);
+      passing.EventThrow(u"ping", &value);
+    }
+  };
+  Run("event create ping host\n");
+  CBrindle second;
+  second.SetUserInterface(&m_ui);
+  second.ExecuteProgram(path);
+  CBasicVariable value(1);
+  CBrindle::SendEvent(u"ping", &value);
+  EXPECT_EQ(m_ui.messages.size(), 11U);
+  EXPECT_EQ(Access::NumberOfCopies(), 2);
+}
+
 // ---- errors: number and quoted line
 
 TEST_F(EventStatements, errors_quote_their_line) {

@@ -150,8 +150,8 @@ TEST_F(ProceduresTest, stop_inside_a_procedure_finishes_the_statement_and_ends_t
   };
   const Row rows[] = {
       {"call", "call f() : print \"no\"\nend\nsub f()\nprint \"f\"\nstop\nprint \"no\"\nendsub\n", "f\n"},
-      {"print", "print \"a\" + f(); \"b\"\nprint \"no\"\nend\nfunction f()\nf = \"f\"\nend\nprint \"no\"\nendfunction\n",
-       "afb\n"},
+      {"print", "print \"a\"; f() + \"x\"; \"b\"\nprint \"no\"\nend\nfunction f()\nf = \"f\"\nend\nprint \"no\"\nendfunction\n",
+       "afxb\n"},
       {"a result that was never given", "print \"a\"; f(); \"b\"\nprint \"no\"\nend\nfunction f()\nend\nendfunction\n",
        "ab\n"},
       {"a second call in the statement", "print f() + g()\nend\nfunction f()\nf = \"f\"\nend\nendfunction\n"

@@ -48,7 +48,7 @@ std::string Deciphered(Bytes bytes) {
 std::string Numbers(const Bytes& bytes) {
   std::string text;
   for (const std::uint8_t byte : bytes)
-    text += (text.empty() ? "" : ",") + std::to_string(byte);
+    text.append(text.empty() ? "" : ",").append(std::to_string(byte));
   return text;
 }
 
@@ -229,9 +229,9 @@ TEST_F(EncipheredProgram, a_marker_without_numbers_is_an_empty_program) {
 }
 
 TEST_F(EncipheredProgram, another_first_statement_runs_the_text_unchanged) {
-  for (const char* text : {"print \"a\"\nencrypt\nprint \"b\"\n", "# comment\nencrypt\nprint \"a\"\nprint \"b\"\n",
-                           "rem comment\nencrypt 1,2\nprint \"a\"\nprint \"b\"\n",
-                           "encrypted = 1\nprint \"a\"\nprint \"b\"\n"}) {
+  for (const char* text :
+       {"print \"a\"\nencrypt\nprint \"b\"\n", "# comment\nencrypt\nprint \"a\"\nprint \"b\"\n",
+        "rem comment\nencrypt 1,2\nprint \"a\"\nprint \"b\"\n", "encrypted = 1\nprint \"a\"\nprint \"b\"\n"}) {
     SCOPED_TRACE(text);
     m_ui.Forget();
     EXPECT_TRUE(Run(text));

@@ -22,7 +22,8 @@ protected:
     return periods;
   }
   void AttachHandler() {
-    Run("event create OnTimer tick\nend\nsub tick(v)\nprint \"tick [\"; v; \"] \"; ubound(\"v\")\nendsub\n", "handler.bas");
+    Run("event create OnTimer tick\nend\nsub tick(v)\nprint \"tick [\"; v; \"] \"; ubound(\"v\")\nendsub\n",
+        "handler.bas");
   }
 };
 
@@ -34,10 +35,20 @@ TEST_F(TimerTest, the_period_is_the_number_truncated) {
     unsigned expected;
   };
   const Row rows[] = {
-      {"250", 250},           {"2.9", 2},        {"1", 1},        {"100 * 2 + 1", 201}, {"\"300ms\"", 300},
-      {"2147483647", 2147483647U}, {"1e300", 2147483647U}, {"int(40)", 40},
+      {"250", 250},
+      {"2.9", 2},
+      {"1", 1},
+      {"100 * 2 + 1", 201},
+      {"\"300ms\"", 300},
+      {"2147483647", 2147483647U},
+      {"1e300", 2147483647U},
+      {"int(40)", 40},
       // A window system ticks after a millisecond at the soonest.
-      {"0.9", 1},             {"0", 1},          {"-5", 1},       {"\"none\"", 1},      {"0 / 0", 1},
+      {"0.9", 1},
+      {"0", 1},
+      {"-5", 1},
+      {"\"none\"", 1},
+      {"0 / 0", 1},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.period);
@@ -234,14 +245,16 @@ TEST(TimerQueueTest, a_tick_may_stop_every_timer) {
 TEST(TimerQueueTest, a_tick_may_start_a_timer) {
   brindle::TimerQueue queue;
   int ticks = 0;
-  queue.Start(1, [&] {
+  unsigned second = 0;
+  const unsigned first = queue.Start(1, [&] {
     if (++ticks == 1)
-      queue.Start(100'000, [] {});
+      second = queue.Start(100'000, [] {});
   });
   std::this_thread::sleep_for(5ms);
   queue.RunDue();
   EXPECT_EQ(ticks, 1);
-  queue.Stop(1);
+  EXPECT_NE(second, first);
+  queue.Stop(first);
   EXPECT_TRUE(queue.NextTick());
 }
 

@@ -75,7 +75,7 @@ TEST(MapTable, keeps_its_order_under_any_sequence) {
   };
   for (int step = 0; step < 20'000; ++step) {
     const unsigned keys = 4U << (random() % 6); // few keys now, many later
-    const std::string key = "k" + std::to_string(random() % keys);
+    const std::string key = std::string("k").append(std::to_string(random() % keys));
     const CString name = CString::FromUtf8(key);
     const auto entry = find(key);
     switch (random() % 16) {
@@ -174,8 +174,8 @@ TEST_F(MapFunctions, maps_stay_for_later_runs) {
 TEST_F(MapFunctions, results_have_their_kinds) {
   Run("map create \"m\"\ns = mapset(\"m\", \"k\", int(5))\nh = maphas(\"m\", \"k\")\ng = mapget(\"m\", \"k\")\n"
       "n = mapget(\"m\", \"none\")\nr = mapremove(\"m\", \"k\")\nk = mapgetkeys(\"m\")\nv = mapgetvalues(\"m\")\n");
-  const std::pair<const char16_t*, const char*> expected[] = {{u"s", "False"}, {u"h", "True"}, {u"g", "5"}, {u"n", "0.000000"},
-                                                              {u"r", "True"},  {u"k", ""},     {u"v", ""}};
+  const std::pair<const char16_t*, const char*> expected[] = {
+      {u"s", "False"}, {u"h", "True"}, {u"g", "5"}, {u"n", "0.000000"}, {u"r", "True"}, {u"k", ""}, {u"v", ""}};
   for (const auto& [name, text] : expected)
     EXPECT_EQ(TextOf(name), text);
   CString keys(u"k");

@@ -109,7 +109,7 @@ TEST(RecordType, a_fresh_record_is_zeroed) {
 }
 
 TEST(RecordType, values_read_have_the_kind_of_their_field) {
-  const std::map<TYPE_DEFINITION, BASICVARTYPE> kinds = {{TD_CHAR, BVT_NUMBER},  {TD_WORD, BVT_NUMBER},
+  const std::map<TYPE_DEFINITION, BASICVARTYPE> kinds = {{TD_CHAR, BVT_NUMBER},    {TD_WORD, BVT_NUMBER},
                                                          {TD_INTEGER, BVT_NUMBER}, {TD_FLOAT, BVT_NUMBER},
                                                          {TD_DOUBLE, BVT_NUMBER},  {TD_STRING, BVT_STRING}};
   for (const auto& [kind, expected] : kinds) {
@@ -313,7 +313,8 @@ protected:
 };
 
 TEST_F(TypeStatement, builds_the_layout) {
-  Run("type Packet\nid as integer\nValue as double\nmark[3] as char\nname as string\nlabel[10] as string\nratio as float\n"
+  Run("type Packet\nid as integer\nValue as double\nmark[3] as char\nname as string\nlabel[10] as string\nratio as "
+      "float\n"
       "endtype\n");
   const CTypeStructure* type = Find(u"Packet");
   ASSERT_NE(type, nullptr);
@@ -325,8 +326,9 @@ TEST_F(TypeStatement, builds_the_layout) {
     int count;
     bool indirect;
   };
-  const Row rows[] = {{"id", 0, TD_INTEGER, 1, false},  {"Value", 4, TD_DOUBLE, 1, false}, {"mark", 12, TD_CHAR, 3, false},
-                      {"name", 15, TD_STRING, 1, true}, {"label", 19, TD_STRING, 10, false}, {"ratio", 59, TD_FLOAT, 1, false}};
+  const Row rows[] = {{"id", 0, TD_INTEGER, 1, false},     {"Value", 4, TD_DOUBLE, 1, false},
+                      {"mark", 12, TD_CHAR, 3, false},     {"name", 15, TD_STRING, 1, true},
+                      {"label", 19, TD_STRING, 10, false}, {"ratio", 59, TD_FLOAT, 1, false}};
   ASSERT_EQ(type->Fields().size(), std::size(rows));
   for (std::size_t i = 0; i < std::size(rows); ++i) {
     SCOPED_TRACE(rows[i].name);
@@ -340,7 +342,8 @@ TEST_F(TypeStatement, builds_the_layout) {
 }
 
 TEST_F(TypeStatement, without_endtype_it_is_declared_at_the_end_of_the_program) {
-  for (const char* program : {"type Open\nx as integer\n", "type Open\nx as integer", "type Open\nx as integer\n\n# end\n\n"}) {
+  for (const char* program :
+       {"type Open\nx as integer\n", "type Open\nx as integer", "type Open\nx as integer\n\n# end\n\n"}) {
     SCOPED_TRACE(program);
     State().m_mapTypes.clear();
     EXPECT_TRUE(Run(program));
@@ -358,11 +361,11 @@ TEST_F(TypeStatement, a_failed_type_is_not_declared) {
     int error;
   };
   const Row rows[] = {
-      {"u as unicode", 1},     {"u as title", 1},         {"u as byte", 1},          {"u as \"integer\"", 1},
-      {"u integer", 1},        {"u byval integer", 1},    {"u (3) as integer", 1},   {"u, v as integer", 1},
-      {"u[3 as integer", 1},   {"u[] as integer", 1},     {"u[nope] as integer", 1}, {"u[3] integer", 1},
-      {"u[0] as integer", 32}, {"u[-1] as integer", 32},  {"u[16001] as char", 32},  {"u[1e300] as char", 32},
-      {"u[0.9] as char", 32},  {"\"\" as integer", 33},   {"u \"as\" integer", 1},   {"u = integer", 1},
+      {"u as unicode", 1},     {"u as title", 1},        {"u as byte", 1},          {"u as \"integer\"", 1},
+      {"u integer", 1},        {"u byval integer", 1},   {"u (3) as integer", 1},   {"u, v as integer", 1},
+      {"u[3 as integer", 1},   {"u[] as integer", 1},    {"u[nope] as integer", 1}, {"u[3] integer", 1},
+      {"u[0] as integer", 32}, {"u[-1] as integer", 32}, {"u[16001] as char", 32},  {"u[1e300] as char", 32},
+      {"u[0.9] as char", 32},  {"\"\" as integer", 33},  {"u \"as\" integer", 1},   {"u = integer", 1},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.line);
@@ -386,7 +389,8 @@ TEST_F(TypeStatement, replaced_types_and_records_are_not_kept) {
 }
 
 TEST_F(TypeStatement, a_record_is_stored_under_its_name_as_written) {
-  Run("type T\nx as integer\nendtype\ndim Rec as T\nglobal Other as T\ncall p()\nend\nsub p()\ndim Deep as T\nendsub\n");
+  Run("type T\nx as integer\nendtype\ndim Rec as T\nglobal Other as T\ncall p()\nend\nsub p()\ndim Deep as "
+      "T\nendsub\n");
   for (const char16_t* name : {u"Rec", u"Other", u"Deep"})
     EXPECT_TRUE(State().m_mapStructVariables.contains(CString(name)));
   EXPECT_EQ(State().m_mapStructVariables.size(), 3U);

@@ -77,30 +77,31 @@ TEST_F(FunctionTableTest, the_name_of_a_built_in_is_taken) {
   EXPECT_EQ(Access::LookupFunction(Interpreter(), u"sin"), FUNCTION_SIN);
 }
 
-TEST_F(FunctionTableTest, a_look_up_remembers_name_and_position) {
+TEST_F(FunctionTableTest, a_look_up_copies_the_descriptor_only_when_asked) {
   Add(Interpreter(), std::make_unique<CFuncDesc>(u"area", 5U));
-  CFuncDesc untouched;
-  EXPECT_EQ(Access::LookupFunction(Interpreter(), u"AREA", untouched, false), FUNCTION_SCRIPT);
-  EXPECT_TRUE(untouched.m_strName.IsEmpty()) << "no copy was asked for";
-  EXPECT_EQ(State().currentFunctionName.ToUtf8(), "area");
-  EXPECT_EQ(State().currentFunctionPosition, 5U);
-  EXPECT_EQ(Access::LookupFunction(Interpreter(), u"Sin"), FUNCTION_SIN);
-  EXPECT_EQ(State().currentFunctionName.ToUtf8(), "sin");
-  EXPECT_EQ(State().currentFunctionPosition, 0U);
+  CFuncDesc out;
+  EXPECT_EQ(Access::LookupFunction(Interpreter(), u"AREA", out, false), FUNCTION_SCRIPT);
+  EXPECT_TRUE(out.m_strName.IsEmpty());
+  EXPECT_EQ(Access::LookupFunction(Interpreter(), u"AREA", out, true), FUNCTION_SCRIPT);
+  EXPECT_EQ(out.m_strName.ToUtf8(), "area");
+  EXPECT_EQ(out.m_nPosition, 5U);
+  EXPECT_EQ(Access::LookupFunction(Interpreter(), u"Sin", out, true), FUNCTION_SIN);
+  EXPECT_EQ(out.m_strName.ToUtf8(), "sin");
+  EXPECT_EQ(out.m_nPosition, 0U);
 }
 
-TEST_F(FunctionTableTest, an_unknown_name_leaves_the_current_function_alone) {
+TEST_F(FunctionTableTest, an_unknown_name_copies_nothing) {
   Access::LookupFunction(Interpreter(), u"sin");
   CFuncDesc out;
   EXPECT_EQ(Access::LookupFunction(Interpreter(), u"nope", out, true), FUNCTION_NONE);
   EXPECT_TRUE(out.m_strName.IsEmpty());
-  EXPECT_EQ(State().currentFunctionName.ToUtf8(), "sin");
 }
 
 TEST_F(FunctionTableTest, a_dotted_name_is_a_method_whatever_the_tables_hold) {
   for (const char16_t* name : {u"a.b", u"A.B.C", u".", u"sin.", u".sin", u"nope.nope"}) {
-    EXPECT_EQ(Access::LookupFunction(Interpreter(), name), 92) << CString(name).ToUtf8();
-    EXPECT_EQ(State().currentFunctionName, CString(name)) << "as written";
+    CFuncDesc out;
+    EXPECT_EQ(Access::LookupFunction(Interpreter(), name, out, true), 92) << CString(name).ToUtf8();
+    EXPECT_TRUE(out.m_strName.IsEmpty()) << "no table was asked";
   }
   Interpreter().AddCustomFunction(u"a.b", &HostFunction, 0, nullptr);
   EXPECT_EQ(Access::LookupFunction(Interpreter(), u"a.b"), 92);

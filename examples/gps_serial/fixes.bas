@@ -52,8 +52,13 @@ endif
 before = dbfnumrecords(Table)
 
 x = comportopen(Port, BaudRate, 0, 0, ReadTimeout)
-# Opening only takes the number; whether the device is there shows in writing.
-if comportwrite(Port, "") != True then
+# Opening only takes the number; whether the device is there shows in writing. A
+# port that is not open gives no value at all, which equals nothing.
+opened = False
+if comportwrite(Port, "") = True then
+  opened = True
+endif
+if opened = False then
   x = dbfclose(Table)
   print "COM1 does not open: README.md says which device it is."
   end

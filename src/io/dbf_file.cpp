@@ -28,6 +28,12 @@ bool TableFile::Open(const CString& path, unsigned flags) {
   Close();
   if (!m_file.Open(path.View(), flags))
     return false;
+  try {
+    m_nFilePosition = m_file.Seek(0, CFile::begin);
+  } catch (const CFileException&) {
+    Close(); // a pipe or a terminal: reading it could wait for ever
+    return false;
+  }
   m_pWrites = &WriteCountOf(path);
   return true;
 }

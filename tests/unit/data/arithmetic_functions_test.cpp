@@ -128,9 +128,9 @@ TEST_F(ArithmeticFunctionsTest, without_an_argument_the_result_is_0_without_a_me
 }
 
 TEST_F(ArithmeticFunctionsTest, ubound_counts_items_of_a_named_variable) {
-  Run("dim a[5]\ndim unset\nscalar = 1\ntext = \"a\"\n");
+  Run("dim a[5]\ndim unset\nscalar = 1\nletters = \"a\"\n");
   const std::pair<const char16_t*, int> rows[] = {{u"a", 5}, {u"A", 5}, {u"unset", 0}, {u"scalar", 1},
-                                                  {u"text", 1}, {u"nobody", 0}, {u"", 0}, {u"True", 1}};
+                                                  {u"letters", 1}, {u"nobody", 0}, {u"", 0}, {u"True", 1}};
   for (const auto& [name, expected] : rows) {
     CBasicVariableArray arguments = Arguments({name});
     CBasicVariable result;

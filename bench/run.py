@@ -131,7 +131,8 @@ def print_comparison(summary, stored, scale):
     """What changed since the stored result; it judges nothing."""
     print()
     if stored.get("scale") != scale:
-        print(f"The baseline was made at scale {stored.get('scale')}: compare ratios only.")
+        # Ratios too shift a little: start-up is a larger share of a smaller program.
+        print(f"The baseline was made at scale {stored.get('scale')}: seconds do not compare.")
     print(f"{'against the baseline':22}{'seconds':>18}{'change':>9}{'/lua5.4':>18}{'change':>9}")
     for program, seconds in summary["seconds"].items():
         old_seconds = stored["seconds"].get(program, {}).get("brindle")
@@ -140,10 +141,15 @@ def print_comparison(summary, stored, scale):
         left = change(old_seconds, seconds.get("brindle"), 3)
         right = change(old_ratio, new_ratio, 2)
         print(f"{program:22}{left}{right}")
-    right = change(
-        stored["geometric_means"].get("lua5.4"), summary["geometric_means"].get("lua5.4"), 2
-    )
-    print(f"{'geometric mean':22}{'':27}{right}")
+    # The means of the same programs on both sides, also when only some were run.
+    pairs = [
+        (stored["ratios"][program]["lua5.4"], ratios["lua5.4"])
+        for program, ratios in summary["ratios"].items()
+        if "lua5.4" in ratios and "lua5.4" in stored["ratios"].get(program, {})
+    ]
+    if pairs:
+        old, new = (statistics.geometric_mean(side) for side in zip(*pairs))
+        print(f"{'geometric mean':22}{'':27}{change(old, new, 2)}")
 
 
 def change(old, new, digits):

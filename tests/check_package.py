@@ -18,7 +18,8 @@ import tempfile
 
 STRICT = ["-std=c++20", "-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Werror"]
 PUBLIC_CLASSES = ("CBrindle", "CBasicVariable", "CVarBase", "CString", "CBlowFish", "CUserInterface",
-                  "CConsoleUserInterface")
+                  "CConsoleUserInterface", "CDialogEvents", "CDialogWindow", "CDbf", "CDbfFieldDescriptorEx",
+                  "CAttributePair")
 FREE_FUNCTIONS = ("SysAllocString", "SysAllocStringLen", "SysStringLen", "SysFreeString", "VariantInit",
                   "VariantClear", "VariantCopy")
 

@@ -54,6 +54,7 @@ private:
 };
 
 bool CBrindle::ExecUserFunction(const CString& name, CBasicVariable& result, Arguments& args, bool isCall) {
+  CheckNesting(); // a host's function may change what it watches
   const FUNCTION_TYPE type = LookupFunction(name);
   CFuncDesc* const function = m_pState->token.descriptor;
   switch (type) {
@@ -69,7 +70,6 @@ bool CBrindle::ExecUserFunction(const CString& name, CBasicVariable& result, Arg
 }
 
 bool CBrindle::RunProcedure(const CFuncDesc& function, CBasicVariable& result, Arguments& args, bool isCall) {
-  CheckNesting();
   const CString name = function.m_strName;
   ProcedureScope scope(*this, function);
   VariableUndefine(name); // the result starts undefined

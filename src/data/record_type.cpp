@@ -2,6 +2,7 @@
 
 #include "platform/number_text.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -22,13 +23,13 @@ template <class T> void Store(std::byte* to, T value) {
   std::memcpy(to, &value, sizeof value);
 }
 
+// To the nearest, as the machine would: what rounds to more than the largest number is infinite.
 float Narrowed(double value) {
   constexpr double kLargest = std::numeric_limits<float>::max();
-  if (value > kLargest)
-    return std::numeric_limits<float>::infinity();
-  if (value < -kLargest)
-    return -std::numeric_limits<float>::infinity();
-  return static_cast<float>(value);
+  constexpr double kInfiniteFrom = 0x1.ffffffp+127; // half a step beyond it
+  if (std::fabs(value) >= kInfiniteFrom)
+    return value < 0 ? -std::numeric_limits<float>::infinity() : std::numeric_limits<float>::infinity();
+  return static_cast<float>(std::clamp(value, -kLargest, kLargest));
 }
 
 // The zero-terminated text that starts the field; it ends with the field at the latest.

@@ -182,7 +182,8 @@ std::vector<VariableStore::Place> VariableStore::PlacesOfObjects(int level) {
     for (std::size_t i = 0; i < m_names[name].globals.size(); ++i)
       if (m_names[name].globals[i].slot.HoldsObject() && levelOf(m_names[name].globals[i].spelling, 0) >= level)
         places.push_back({true, name, i});
-  m_mayHoldObjects = !places.empty();
+  if (level <= 2) // nothing shallower is ever asked for
+    m_mayHoldObjects = !places.empty();
   return places;
 }
 

@@ -27,10 +27,7 @@ bool ComPort::Purge() {
   if (!IsOpen())
     return false;
   m_nLastActivity = m_nLastRead = m_nLastWrite = TickCount();
-  if (m_line.PurgeInput())
-    return true;
-  KeepError();
-  return false;
+  return m_line.PurgeInput() || KeepError();
 }
 
 bool ComPort::IsOpen() const {
@@ -38,10 +35,8 @@ bool ComPort::IsOpen() const {
 }
 
 bool ComPort::Open() {
-  if (!m_line.Open(GetDeviceName().View())) {
-    KeepError();
-    return false;
-  }
+  if (!m_line.Open(GetDeviceName().View()))
+    return KeepError();
   ApplySettings();
   // Nothing else is to be asked for: every terminal device tells of bytes that come and of room to write, and has
   // buffers of 4096 bytes. Some devices send rubbish while their power or their signals come up.
@@ -55,32 +50,30 @@ void ComPort::Close() {
   m_line.Close();
 }
 
-bool ComPort::Write(const CString &text) {
+bool ComPort::Write(const CString& text) {
   return Send(text, {});
 }
 
-bool ComPort::WriteLength(const CString &text, int length) {
+bool ComPort::WriteLength(const CString& text, int length) {
   return Send(text.Left(std::max(length, 0)), {});
 }
 
-bool ComPort::WriteLine(const CString &text, char terminator) {
+bool ComPort::WriteLine(const CString& text, char terminator) {
   return Send(text, std::string_view(&terminator, 1));
 }
 
-bool ComPort::WriteBytes(const void *bytes, std::size_t count) {
+bool ComPort::WriteBytes(const void* bytes, std::size_t count) {
   if (!IsOpen())
     return false;
   const std::size_t written = m_line.Write(bytes, count, kWriteTimeout);
   m_nLastActivity = TickCount();
-  if (written < count) {
-    KeepError();
-    return false;
-  }
+  if (written < count)
+    return KeepError();
   m_nLastWrite = m_nLastActivity;
   return true;
 }
 
-bool ComPort::Send(const CString &text, std::string_view end) {
+bool ComPort::Send(const CString& text, std::string_view end) {
   if (text.GetLength() > kLongestText)
     return false;
   std::string bytes = CodePage::Bytes().Encode(text.View());
@@ -89,21 +82,21 @@ bool ComPort::Send(const CString &text, std::string_view end) {
 }
 
 bool ComPort::SetBreak() {
-  return m_line.SetBreak();
+  return IsOpen() && (m_line.SetBreak() || KeepError());
 }
 
 bool ComPort::ClearBreak() {
-  return m_line.ClearBreak();
+  return IsOpen() && (m_line.ClearBreak() || KeepError());
 }
 
-bool ComPort::Read(CString &text) {
+bool ComPort::Read(CString& text) {
   std::array<char, kBufferSize + 1> buffer;
   const std::string_view bytes(buffer.data(), ReadBytes(buffer.data(), buffer.size()));
   text = TextOf(bytes.substr(0, bytes.find('\0')));
   return !bytes.empty();
 }
 
-bool ComPort::ReadLength(CString &text, int length) {
+bool ComPort::ReadLength(CString& text, int length) {
   std::string bytes;
   const std::size_t wanted = static_cast<std::size_t>(std::max(length, 0));
   std::array<char, kBufferSize> buffer;
@@ -118,7 +111,7 @@ bool ComPort::ReadLength(CString &text, int length) {
   return IsOpen() && bytes.size() == wanted;
 }
 
-bool ComPort::ReadLine(CString &line, char terminator) {
+bool ComPort::ReadLine(CString& line, char terminator) {
   std::string bytes;
   bool complete = false;
   char byte = 0;
@@ -133,8 +126,8 @@ bool ComPort::ReadLine(CString &line, char terminator) {
   return complete;
 }
 
-std::size_t ComPort::ReadBytes(void *buffer, std::size_t capacity) {
-  char *const bytes = static_cast<char *>(buffer);
+std::size_t ComPort::ReadBytes(void* buffer, std::size_t capacity) {
+  char* const bytes = static_cast<char*>(buffer);
   std::size_t count = m_line.Read(bytes, capacity, m_nReadTimeout);
   // Deliberate: no length and no terminator ends a reply, only silence.
   for (std::size_t got = count; got != 0 && count < capacity; count += got)
@@ -208,9 +201,10 @@ void ComPort::ApplySettings() {
     KeepError();
 }
 
-void ComPort::KeepError() {
+bool ComPort::KeepError() {
   const std::string message = SystemMessage(m_line.LastError());
   m_strLastError = message.empty() ? FormatInteger(m_line.LastError()) : CString::FromUtf8(message);
+  return false;
 }
 
 } // namespace brindle

@@ -25,8 +25,8 @@ public:
   static constexpr int kWriteTimeout = 5000; // without a byte leaving, as when a handshake holds the line back
 
   explicit ComPort(int port = 1) noexcept : m_nPort(port) {}
-  ComPort(const ComPort &) = delete;
-  ComPort &operator=(const ComPort &) = delete;
+  ComPort(const ComPort&) = delete;
+  ComPort& operator=(const ComPort&) = delete;
   virtual ~ComPort();
 
   // 0 when the line cannot tell.
@@ -38,24 +38,24 @@ public:
   virtual void Close();
 
   // Each is true when every byte went out. A longer text than kLongestText is refused whole.
-  [[nodiscard]] virtual bool Write(const CString &text);
-  [[nodiscard]] virtual bool WriteLength(const CString &text, int length);
-  [[nodiscard]] virtual bool WriteLine(const CString &text, char terminator);
-  [[nodiscard]] virtual bool WriteBytes(const void *bytes, std::size_t count);
+  [[nodiscard]] virtual bool Write(const CString& text);
+  [[nodiscard]] virtual bool WriteLength(const CString& text, int length);
+  [[nodiscard]] virtual bool WriteLine(const CString& text, char terminator);
+  [[nodiscard]] virtual bool WriteBytes(const void* bytes, std::size_t count);
 
   virtual bool SetBreak();
   virtual bool ClearBreak();
 
   // A reply: waits for the first byte up to the read time-out, then collects until a gap of kGap in the data. The
   // text ends before the first zero byte. True when a byte came.
-  virtual bool Read(CString &text);
+  virtual bool Read(CString& text);
   // Exactly that many characters. False, with those that came, when none came for the read time-out.
-  [[nodiscard]] virtual bool ReadLength(CString &text, int length);
+  [[nodiscard]] virtual bool ReadLength(CString& text, int length);
   // Up to the terminator, which is taken but no part of the text; what follows it stays for the next read. False,
   // with what came, after the read time-out without a byte and after kBufferSize bytes without the terminator.
-  [[nodiscard]] virtual bool ReadLine(CString &line, char terminator);
+  [[nodiscard]] virtual bool ReadLine(CString& line, char terminator);
   // A reply as Read collects it, as plain bytes; returns how many came.
-  [[nodiscard]] virtual std::size_t ReadBytes(void *buffer, std::size_t capacity);
+  [[nodiscard]] virtual std::size_t ReadBytes(void* buffer, std::size_t capacity);
 
   // Ignored unless above 0.
   void SetBaudRate(int baudRate);
@@ -69,8 +69,8 @@ public:
 
   [[nodiscard]] int GetReadTimeout() const noexcept { return m_nReadTimeout; }
   [[nodiscard]] CString GetDeviceName() const;
-  [[nodiscard]] const LineSettings &GetSettings() const noexcept { return m_settings; }
-  [[nodiscard]] const CString &GetLastErrorText() const noexcept { return m_strLastError; }
+  [[nodiscard]] const LineSettings& GetSettings() const noexcept { return m_settings; }
+  [[nodiscard]] const CString& GetLastErrorText() const noexcept { return m_strLastError; }
   // Counts of the millisecond clock, see TickCount.
   [[nodiscard]] std::uint32_t GetLastActivity() const noexcept { return m_nLastActivity; }
   [[nodiscard]] std::uint32_t GetLastRead() const noexcept { return m_nLastRead; }
@@ -78,8 +78,9 @@ public:
 
 private:
   void ApplySettings();
-  void KeepError();
-  [[nodiscard]] bool Send(const CString &text, std::string_view end);
+  // Keeps the message of the last failure; false, for the caller to hand on.
+  bool KeepError();
+  [[nodiscard]] bool Send(const CString& text, std::string_view end);
   void NoteRead(std::size_t count) noexcept;
 
   LineSettings m_settings;

@@ -12,7 +12,7 @@ using namespace brindle;
 namespace {
 
 // What the script gave, in the order of the setters; the rest stays as a new port has it.
-void ApplyArguments(ComPort &port, const CBasicVariableArray &args) {
+void ApplyArguments(ComPort& port, const CBasicVariableArray& args) {
   const auto number = [&args](int index) { return ToInt32(args[index].GetNumberValue()); };
   if (args.GetSize() > 1)
     port.SetBaudRate(number(1));
@@ -30,7 +30,7 @@ bool CBrindle::COMPortAdd(unsigned short number, std::unique_ptr<ComPort> port) 
   return m_pState->comPorts.Add(number, std::move(port));
 }
 
-ComPort *CBrindle::COMPortFind(unsigned short number) {
+ComPort* CBrindle::COMPortFind(unsigned short number) {
   return m_pState->comPorts.Find(number);
 }
 
@@ -42,7 +42,7 @@ void CBrindle::COMPortCloseAll() {
   m_pState->comPorts.CloseAll();
 }
 
-bool CBrindle::ExecComPortOperation(CBasicVariable &result, Arguments &args, FUNCTION_TYPE type) {
+bool CBrindle::ExecComPortOperation(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type) {
   if (!CheckLeast(args, 1))
     return false;
   const int number = ToInt32(args[0].GetNumberValue());
@@ -62,7 +62,7 @@ bool CBrindle::ExecComPortOperation(CBasicVariable &result, Arguments &args, FUN
   case FUNCTION_COMPORTCLOSE: result.SetValue(COMPortClose(key)); return true;
   case FUNCTION_COMPORTREAD: {
     CString text;
-    ComPort *const port = COMPortFind(key);
+    ComPort* const port = COMPortFind(key);
     if (port != nullptr && !port->IsOpen())
       return true; // the result stays as it is
     if (port != nullptr)
@@ -73,7 +73,7 @@ bool CBrindle::ExecComPortOperation(CBasicVariable &result, Arguments &args, FUN
   case FUNCTION_COMPORTWRITE: {
     if (!CheckLeast(args, 2))
       return false;
-    ComPort *const port = COMPortFind(key);
+    ComPort* const port = COMPortFind(key);
     if (port == nullptr)
       result.SetValue(CString());
     else if (port->IsOpen())

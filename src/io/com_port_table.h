@@ -23,7 +23,7 @@ public:
     m_ports[number] = std::move(port);
     return true;
   }
-  [[nodiscard]] ComPort *Find(std::uint16_t number) const {
+  [[nodiscard]] ComPort* Find(std::uint16_t number) const {
     const auto port = m_ports.find(number);
     return port == m_ports.end() ? nullptr : port->second.get();
   }

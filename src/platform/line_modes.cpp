@@ -31,13 +31,13 @@ constexpr std::array kStandardSpeeds = {
     StandardSpeed{3000000, B3000000}, StandardSpeed{3500000, B3500000}, StandardSpeed{4000000, B4000000},
 };
 static_assert(std::is_sorted(kStandardSpeeds.begin(), kStandardSpeeds.end(),
-                             [](const StandardSpeed &a, const StandardSpeed &b) { return a.baudRate < b.baudRate; }));
+                             [](const StandardSpeed& a, const StandardSpeed& b) { return a.baudRate < b.baudRate; }));
 
 constexpr std::uint32_t kInputSpeedMask = static_cast<std::uint32_t>(CBAUD) << IBSHIFT;
 
 // Any other rate is given to the kernel as a number.
 std::uint32_t SpeedCode(std::uint32_t baudRate) noexcept {
-  for (const StandardSpeed &speed : kStandardSpeeds)
+  for (const StandardSpeed& speed : kStandardSpeeds)
     if (speed.baudRate == baudRate)
       return speed.code;
   return BOTHER;
@@ -47,7 +47,7 @@ std::uint32_t SpeedCode(std::uint32_t baudRate) noexcept {
 std::uint32_t NearestStandardRate(std::uint32_t baudRate) noexcept {
   std::uint32_t nearest = kStandardSpeeds.front().baudRate;
   double nearestRatio = 0;
-  for (const StandardSpeed &speed : kStandardSpeeds) {
+  for (const StandardSpeed& speed : kStandardSpeeds) {
     const double ratio = static_cast<double>(std::min(speed.baudRate, baudRate)) /
                          static_cast<double>(std::max({speed.baudRate, baudRate, std::uint32_t{1}}));
     if (ratio > nearestRatio) {
@@ -80,7 +80,7 @@ std::uint32_t ParityCode(std::uint8_t parity) noexcept {
 
 } // namespace
 
-LineModes ModesFor(const LineSettings &settings, const LineModes &current) noexcept {
+LineModes ModesFor(const LineSettings& settings, const LineModes& current) noexcept {
   LineModes modes = current;
 
   // Bytes pass as they are: no lines, no echo, no signals, no translation; a break is no byte.
@@ -125,7 +125,7 @@ LineModes ModesFor(const LineSettings &settings, const LineModes &current) noexc
   return modes;
 }
 
-std::vector<LineSettings> NearestSettings(const LineSettings &wanted) {
+std::vector<LineSettings> NearestSettings(const LineSettings& wanted) {
   std::vector<LineSettings> tries = {wanted};
   LineSettings next = wanted;
   const auto add = [&tries, &next] {

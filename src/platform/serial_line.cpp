@@ -21,7 +21,7 @@ namespace brindle {
 namespace {
 
 // Every system call of this file. Each returns what the call returns.
-int SystemOpen(const char *path) noexcept {
+int SystemOpen(const char* path) noexcept {
   // O_NOCTTY: the device must not become the terminal of the process; O_NONBLOCK: no carrier is waited for.
   return open(path, O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
 }
@@ -31,16 +31,16 @@ int SystemClose(int descriptor) noexcept {
 int SystemLock(int descriptor) noexcept {
   return flock(descriptor, LOCK_EX | LOCK_NB);
 }
-int SystemGetModes(int descriptor, termios2 &modes) noexcept {
+int SystemGetModes(int descriptor, termios2& modes) noexcept {
   return ioctl(descriptor, TCGETS2, &modes);
 }
-int SystemSetModes(int descriptor, const termios2 &modes) noexcept {
+int SystemSetModes(int descriptor, const termios2& modes) noexcept {
   return ioctl(descriptor, TCSETS2, &modes);
 }
 int SystemControl(int descriptor, unsigned long request) noexcept {
   return ioctl(descriptor, request);
 }
-int SystemCount(int descriptor, unsigned long request, int &count) noexcept {
+int SystemCount(int descriptor, unsigned long request, int& count) noexcept {
   return ioctl(descriptor, request, &count);
 }
 int SystemSignals(int descriptor, unsigned long request, int signals) noexcept {
@@ -49,13 +49,13 @@ int SystemSignals(int descriptor, unsigned long request, int signals) noexcept {
 int SystemFlush(int descriptor, int queue) noexcept {
   return ioctl(descriptor, TCFLSH, queue);
 }
-int SystemPoll(pollfd &descriptor, int milliseconds) noexcept {
+int SystemPoll(pollfd& descriptor, int milliseconds) noexcept {
   return poll(&descriptor, 1, milliseconds);
 }
-ssize_t SystemRead(int descriptor, void *buffer, std::size_t count) noexcept {
+ssize_t SystemRead(int descriptor, void* buffer, std::size_t count) noexcept {
   return read(descriptor, buffer, count);
 }
-ssize_t SystemWrite(int descriptor, const void *bytes, std::size_t count) noexcept {
+ssize_t SystemWrite(int descriptor, const void* bytes, std::size_t count) noexcept {
   return write(descriptor, bytes, count);
 }
 
@@ -92,7 +92,7 @@ private:
 enum class Readiness { Ready, Gone, TimeOut };
 
 // The signals that interrupt the wait do not lengthen it.
-Readiness Await(int descriptor, short event, const Deadline &deadline) noexcept {
+Readiness Await(int descriptor, short event, const Deadline& deadline) noexcept {
   for (;;) {
     pollfd entry{descriptor, event, 0};
     const int left = deadline.Left();
@@ -111,7 +111,7 @@ Readiness Await(int descriptor, short event, const Deadline &deadline) noexcept 
   }
 }
 
-LineModes FromKernel(const termios2 &modes) noexcept {
+LineModes FromKernel(const termios2& modes) noexcept {
   return {.input = modes.c_iflag,
           .output = modes.c_oflag,
           .control = modes.c_cflag,
@@ -124,7 +124,7 @@ LineModes FromKernel(const termios2 &modes) noexcept {
           .readTime = modes.c_cc[VTIME]};
 }
 
-void ToKernel(const LineModes &modes, termios2 &kernel) noexcept {
+void ToKernel(const LineModes& modes, termios2& kernel) noexcept {
   kernel.c_iflag = modes.input;
   kernel.c_oflag = modes.output;
   kernel.c_cflag = modes.control;
@@ -155,14 +155,14 @@ std::string FindSerialDevice(std::u16string_view name) {
     number = number * 10 + (digit - u'0');
   }
 
-  const char *const folder = std::getenv("BRINDLE_DEVICES");
+  const char* const folder = std::getenv("BRINDLE_DEVICES");
   if (folder != nullptr && *folder != '\0')
     return std::string(folder) + "/com" + std::to_string(number);
   return number == 0 ? std::string() : "/dev/ttyS" + std::to_string(number - 1);
 }
 
 std::string SystemMessage(int osError) {
-  const char *const message = strerrordesc_np(osError);
+  const char* const message = strerrordesc_np(osError);
   return message != nullptr ? message : "";
 }
 
@@ -188,7 +188,7 @@ bool SerialLine::Open(std::u16string_view name) {
   int refusal = 0;
   termios2 modes{};
   if (SystemGetModes(descriptor, modes) != 0)
-    refusal = ENOTTY;
+    refusal = errno;
   // The lock also keeps out a second opening by the superuser, whom the exclusive mode lets pass.
   else if (Uninterrupted([&] { return SystemLock(descriptor); }) != 0 && IsTryAgain(errno))
     refusal = EBUSY;
@@ -233,8 +233,8 @@ void SerialLine::AwaitOutput() noexcept {
   }
 }
 
-bool SerialLine::Configure(const LineSettings &settings) {
-  for (const LineSettings &candidate : NearestSettings(settings)) {
+bool SerialLine::Configure(const LineSettings& settings) {
+  for (const LineSettings& candidate : NearestSettings(settings)) {
     if (Apply(candidate)) {
       RaiseSignals(candidate);
       return true;
@@ -243,7 +243,7 @@ bool SerialLine::Configure(const LineSettings &settings) {
   return false;
 }
 
-bool SerialLine::Apply(const LineSettings &settings) noexcept {
+bool SerialLine::Apply(const LineSettings& settings) noexcept {
   termios2 kernel{};
   if (SystemGetModes(m_nDescriptor, kernel) != 0)
     return Fail(errno);
@@ -252,7 +252,7 @@ bool SerialLine::Apply(const LineSettings &settings) noexcept {
 }
 
 // Lines without signals, such as pseudo-terminals, refuse this; there is nothing to raise then.
-void SerialLine::RaiseSignals(const LineSettings &settings) noexcept {
+void SerialLine::RaiseSignals(const LineSettings& settings) noexcept {
   int on = 0;
   int off = 0;
   (settings.dtr == SignalControl::Off ? off : on) |= TIOCM_DTR;
@@ -263,7 +263,7 @@ void SerialLine::RaiseSignals(const LineSettings &settings) noexcept {
   SystemSignals(m_nDescriptor, TIOCMBIC, off);
 }
 
-std::size_t SerialLine::Read(void *buffer, std::size_t capacity, int milliseconds) {
+std::size_t SerialLine::Read(void* buffer, std::size_t capacity, int milliseconds) {
   if (!IsOpen() || capacity == 0)
     return 0;
   const Deadline deadline(milliseconds);
@@ -284,13 +284,13 @@ std::size_t SerialLine::Read(void *buffer, std::size_t capacity, int millisecond
   return 0;
 }
 
-std::size_t SerialLine::Write(const void *bytes, std::size_t count, int milliseconds) {
+std::size_t SerialLine::Write(const void* bytes, std::size_t count, int milliseconds) {
   if (!IsOpen())
     return 0;
   std::size_t done = 0;
   Deadline deadline(milliseconds);
   while (done < count) {
-    const char *const source = static_cast<const char *>(bytes) + done;
+    const char* const source = static_cast<const char*>(bytes) + done;
     const ssize_t put = Uninterrupted([&] { return SystemWrite(m_nDescriptor, source, count - done); });
     if (put > 0) {
       done += static_cast<std::size_t>(put);

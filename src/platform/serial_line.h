@@ -40,7 +40,7 @@ struct LineSettings {
   unsigned char xonCharacter = 0x11;
   unsigned char xoffCharacter = 0x13;
 
-  bool operator==(const LineSettings &) const = default;
+  bool operator==(const LineSettings&) const = default;
 };
 
 // The terminal modes of a device, in the system's own numbers.
@@ -58,10 +58,10 @@ struct LineModes {
 };
 
 // `current` with everything replaced that the settings speak of.
-[[nodiscard]] LineModes ModesFor(const LineSettings &settings, const LineModes &current) noexcept;
+[[nodiscard]] LineModes ModesFor(const LineSettings& settings, const LineModes& current) noexcept;
 
 // What to try, best first, with a device that refuses some settings: each entry gives up one more of them.
-[[nodiscard]] std::vector<LineSettings> NearestSettings(const LineSettings &wanted);
+[[nodiscard]] std::vector<LineSettings> NearestSettings(const LineSettings& wanted);
 
 // The device that stands for "COM<n>:": the entry com<n> of the folder that the environment variable BRINDLE_DEVICES
 // names, when it is set, else /dev/ttyS<n-1>. Empty when the name is no such name.
@@ -73,8 +73,8 @@ struct LineModes {
 class SerialLine {
 public:
   SerialLine() = default;
-  SerialLine(const SerialLine &) = delete;
-  SerialLine &operator=(const SerialLine &) = delete;
+  SerialLine(const SerialLine&) = delete;
+  SerialLine& operator=(const SerialLine&) = delete;
   ~SerialLine();
 
   // False when there is no such device, it is no terminal device, or somebody else has it open for himself. While it
@@ -85,13 +85,13 @@ public:
   void Close() noexcept;
 
   // False only when the device takes none of the nearest settings either; it then works with those it has.
-  bool Configure(const LineSettings &settings);
+  bool Configure(const LineSettings& settings);
 
   // Waits up to `milliseconds` for a byte, then takes what is there. A line that has gone behaves as a silent one:
   // nothing comes, after the whole time, so that a script that polls it never spins.
-  [[nodiscard]] std::size_t Read(void *buffer, std::size_t capacity, int milliseconds);
+  [[nodiscard]] std::size_t Read(void* buffer, std::size_t capacity, int milliseconds);
   // The number of bytes that the line took. Gives up when it takes none for `milliseconds`.
-  [[nodiscard]] std::size_t Write(const void *bytes, std::size_t count, int milliseconds);
+  [[nodiscard]] std::size_t Write(const void* bytes, std::size_t count, int milliseconds);
 
   // 0 when the line cannot tell.
   [[nodiscard]] std::size_t BytesWaiting() const noexcept;
@@ -104,8 +104,8 @@ public:
 
 private:
   bool Fail(int osError) noexcept;
-  bool Apply(const LineSettings &settings) noexcept;
-  void RaiseSignals(const LineSettings &settings) noexcept;
+  bool Apply(const LineSettings& settings) noexcept;
+  void RaiseSignals(const LineSettings& settings) noexcept;
   void AwaitOutput() noexcept;
 
   int m_nDescriptor = -1;

@@ -203,7 +203,7 @@ TEST_F(Store, cleared_store_is_empty_and_keeps_the_numbers) {
   EXPECT_EQ(Text(u"x", 1), "3");
 }
 
-TEST_F(Store, slots_with_objects_are_those_of_the_level_and_deeper) {
+TEST_F(Store, places_of_objects_are_those_of_the_level_and_deeper) {
   CountingDispatch object;
   CBasicVariable value;
   value.SetValue(&object);
@@ -213,13 +213,15 @@ TEST_F(Store, slots_with_objects_are_those_of_the_level_and_deeper) {
   SetLocal(u"number", 3, 5);
   SetGlobal(u"g", value);
   SetGlobal(u"h__#7", value);
-  EXPECT_TRUE(m_store.SlotsWithObjects(1).empty()); // nobody has said that there are any
+  EXPECT_TRUE(m_store.PlacesOfObjects(1).empty()); // nobody has said that there are any
   m_store.NoteObjects();
   const auto has = [this](int level, const char16_t *name, int nameLevel) {
-    const auto slots = m_store.SlotsWithObjects(level);
-    return std::find(slots.begin(), slots.end(), m_store.Find(Name(name), nameLevel)) != slots.end();
+    const auto places = m_store.PlacesOfObjects(level);
+    return std::any_of(places.begin(), places.end(), [&](const auto &place) {
+      return m_store.At(place) == m_store.Find(Name(name), nameLevel);
+    });
   };
-  EXPECT_EQ(m_store.SlotsWithObjects(2).size(), 3U);
+  EXPECT_EQ(m_store.PlacesOfObjects(2).size(), 3U);
   EXPECT_FALSE(has(2, u"a", 1));
   EXPECT_TRUE(has(2, u"b", 2));
   EXPECT_TRUE(has(2, u"c", 3));

@@ -20,8 +20,9 @@ protected:
   std::string Line() {
     CString line;
     const Result result = m_file.ReadLine(line);
-    if (result == Result::EndOfFile)
+    if (result == Result::EndOfFile) {
       EXPECT_TRUE(line.IsEmpty());
+    }
     return result == Result::Line ? line.ToUtf8() : result == Result::EndOfFile ? "(end)" : "(too long)";
   }
 

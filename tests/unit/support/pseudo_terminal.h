@@ -26,12 +26,12 @@ public:
   DeviceFolder() {
     std::string pattern = (std::filesystem::temp_directory_path() / "brindle-devices-XXXXXX").string();
     m_path = mkdtemp(pattern.data());
-    if (const char *before = std::getenv("BRINDLE_DEVICES"))
+    if (const char* before = std::getenv("BRINDLE_DEVICES"))
       m_before = before;
     setenv("BRINDLE_DEVICES", m_path.c_str(), 1);
   }
-  DeviceFolder(const DeviceFolder &) = delete;
-  DeviceFolder &operator=(const DeviceFolder &) = delete;
+  DeviceFolder(const DeviceFolder&) = delete;
+  DeviceFolder& operator=(const DeviceFolder&) = delete;
   ~DeviceFolder() {
     if (m_before.empty())
       unsetenv("BRINDLE_DEVICES");
@@ -41,8 +41,8 @@ public:
     std::filesystem::remove_all(m_path, ignored);
   }
 
-  [[nodiscard]] const std::filesystem::path &Path() const { return m_path; }
-  void Link(int port, const std::filesystem::path &device) const {
+  [[nodiscard]] const std::filesystem::path& Path() const { return m_path; }
+  void Link(int port, const std::filesystem::path& device) const {
     const std::filesystem::path link = m_path / ("com" + std::to_string(port));
     std::filesystem::remove(link);
     std::filesystem::create_symlink(device, link);
@@ -64,14 +64,14 @@ public:
     m_device = name;
     m_nObserver = open(name, O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK);
   }
-  PseudoTerminal(const PseudoTerminal &) = delete;
-  PseudoTerminal &operator=(const PseudoTerminal &) = delete;
+  PseudoTerminal(const PseudoTerminal&) = delete;
+  PseudoTerminal& operator=(const PseudoTerminal&) = delete;
   ~PseudoTerminal() {
     HangUp();
     close(m_nObserver);
   }
 
-  [[nodiscard]] const std::string &Device() const { return m_device; }
+  [[nodiscard]] const std::string& Device() const { return m_device; }
 
   // What the other side of the line does.
   void Send(std::string_view bytes) const {

@@ -1,0 +1,2 @@
+print dbfnumfields(0)
+x = dbfclose(0)

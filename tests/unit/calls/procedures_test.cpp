@@ -87,7 +87,7 @@ TEST_F(ProceduresTest, every_argument_records_one_name) {
   std::vector<std::string> names;
   for (const CString& name : State().m_arrTemporaries)
     names.push_back(name.ToUtf8());
-  EXPECT_EQ(names, (std::vector<std::string>{"a__#1", "a__#1", "", "", "", "", "", "total__#1", "True", ""}));
+  EXPECT_EQ(names, (std::vector<std::string>{"a", "A", "", "", "", "", "", "Total", "True", ""}));
 }
 
 TEST_F(ProceduresTest, a_parameter_group_stops_at_the_first_token_that_is_no_comma) {

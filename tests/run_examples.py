@@ -7,7 +7,8 @@ Every example runs in a fresh folder that holds a copy of its own, and its print
 with the stored NAME.expected files. The stored files alone would only show that nothing has changed, so the figures
 are also worked out here a second time, from the same input and without the interpreter.
 
-With BRINDLE_TEST_DATA set, the GPS example also reads every file of its nmea folder: logs of real receivers.
+With BRINDLE_TEST_DATA set, the GPS example also reads every file of its nmea folder: logs of real receivers, and the
+example of tables those of its dbf folder.
 The last line is "N passed, N failed", with ", N skipped" when something was skipped.
 """
 import argparse
@@ -21,6 +22,8 @@ import tempfile
 from collections import Counter
 from pathlib import Path
 
+from table_reading import differences, read_table
+
 TIMEOUT_SECONDS = 60
 EARTH_RADIUS = 6371008.8
 
@@ -29,6 +32,7 @@ EXAMPLES = [
     ("gps_track", "track.bas", ["track_report.txt"]),
     ("angles", "traverse.bas", ["traverse_points.csv"]),
     ("stock_count", "count.bas", ["stock_report.txt"]),
+    ("gis_tables", "tables.bas", []),
 ]
 
 
@@ -374,6 +378,115 @@ def check_stock(tally, runner, examples):
     tally.check(f"stock_count/count.bas: {len(wanted)} articles worked out again", problems)
 
 
+# ---- gis_tables, worked out a second time ----
+
+def decimal_text(number, decimals):
+    return f"{number:.{decimals}f}"
+
+
+def first_number(table):
+    return next((i for i, field in enumerate(table.fields) if field.kind in "NF"), None)
+
+
+class Join:
+    """The first two tables of a folder that belong together, and the sums over them."""
+
+    def __init__(self, tables):
+        self.rows = None
+        for many in tables.values():
+            for key, field in enumerate(many.fields):
+                one = tables.get(field.name[:-5].upper() + "S.DBF") if field.name.upper().endswith("_NAME") else None
+                number = first_number(many)
+                if self.rows is None and one and number is not None and any(f.name == "NAME" for f in one.fields):
+                    self.work_out(many, key, number, one)
+
+    def work_out(self, many, key, number, one):
+        name = max(i for i, field in enumerate(one.fields) if field.name == "NAME")
+        measure = first_number(one)
+        decimals = many.fields[number].decimals
+        self.rows, self.strangers = {}, 0
+        for deleted, record in one.counted:
+            if not deleted:
+                area = [decimal_text(float(record[measure]), one.fields[measure].decimals)] if measure is not None else []
+                self.rows.setdefault(record[name].strip(), [0, 0.0, area])
+        for deleted, record in many.counted:
+            row = self.rows.get(record[key].strip())
+            if row is None:
+                self.strangers += not deleted
+            elif not deleted:
+                row[0] += 1
+                row[1] += float(record[number] or 0)
+        self.fields = ["NAME", "RECORDS", many.fields[number].name] + ([one.fields[measure].name] if measure is not None
+                                                                       else [])
+        self.records = [[key, str(count), decimal_text(total, decimals)] + area
+                        for key, (count, total, area) in self.rows.items()]
+
+
+def check_tables(tally, runner, examples, name, paths):
+    with tempfile.TemporaryDirectory() as scratch:
+        scratch = Path(scratch)
+        shutil.copy(examples / "gis_tables" / "tables.bas", scratch)
+        for path in paths:
+            shutil.copyfile(path, scratch / path.name)
+        run = Run(runner, "tables.bas", scratch)
+        problems = list(run.problems)
+        changed = [path.name for path in paths if (scratch / path.name).read_bytes() != path.read_bytes()]
+        if changed:
+            problems.append(f"tables that are only read have changed: {changed}")
+        summary = (scratch / "summary.dbf").read_bytes() if (scratch / "summary.dbf").is_file() else None
+    tables = {path.name.upper(): read_table(path.read_bytes()) for path in sorted(paths)}
+
+    wanted = []
+    for path in sorted(paths):
+        table = tables[path.name.upper()]
+        wanted.append(f"{path.name}: {table.count} records of {len(table.fields)} fields")
+        for field in table.fields:
+            decimals = f", {field.decimals} decimals" if field.decimals else ""
+            wanted.append(f"  {field.name:<12}{field.kind}{field.length:5}{decimals}")
+        wanted.append("")
+    printed = run.printed.splitlines()
+    if printed[:len(wanted)] != wanted:
+        problems.append("list of fields: " + first_difference("\n".join(wanted), "\n".join(printed[:len(wanted)])))
+    join = Join(tables)
+    if join.rows is None or summary is None:
+        if (join.rows is None) != (summary is None):
+            problems.append("summary.dbf was written without a join, or not written")
+    else:
+        written = read_table(summary)
+        if [field.name for field in written.fields] != join.fields:
+            problems.append(f"summary.dbf has the fields {[field.name for field in written.fields]}")
+        found = [(deleted, [cell.rstrip() for cell in record]) for deleted, record in written.counted]
+        problems += differences([(False, record) for record in join.records], found)
+        if join.strangers and f"without a partner: {join.strangers}" not in printed:
+            problems.append(f"not printed: {join.strangers} records without a partner")
+    tally.check(f"{name}: {len(paths)} tables, {len(join.rows or [])} sums worked out again", problems)
+
+
+def check_table_generator(tally, examples):
+    folder = examples / "gis_tables"
+    with tempfile.TemporaryDirectory() as scratch:
+        done = subprocess.run([sys.executable, str(folder / "make_tables.py"), scratch], capture_output=True,
+                              timeout=TIMEOUT_SECONDS, check=False)
+        problems = [] if done.returncode == 0 else [done.stderr.decode("utf-8", "replace")]
+        for path in sorted(folder.glob("*.dbf")):
+            made = Path(scratch) / path.name
+            if not made.is_file() or made.read_bytes() != path.read_bytes():
+                problems.append(f"make_tables.py writes another {path.name}")
+    tally.check("gis_tables/make_tables.py reproduces the tables", problems)
+
+
+def check_real_tables(tally, runner, examples):
+    data = os.environ.get("BRINDLE_TEST_DATA")
+    if not data:
+        tally.skip("BRINDLE_TEST_DATA is not set")
+        return
+    paths = sorted((Path(data) / "dbf").glob("*.dbf"))
+    tally.check("BRINDLE_TEST_DATA holds real tables", [] if paths else [f"no tables in {data}/dbf"])
+    check_tables(tally, runner, examples, "real tables", paths)
+    for path in paths:
+        check_tables(tally, runner, examples, f"{path.name} alone", [path])
+
+
 def main():
     parser = argparse.ArgumentParser(description="Runs the example scripts and checks what they print and write.")
     parser.add_argument("--runner", required=True, type=Path, help="the brindle runner")
@@ -393,6 +506,9 @@ def main():
     check_real_logs(tally, runner, examples)
     check_traverse(tally, runner, examples)
     check_stock(tally, runner, examples)
+    check_table_generator(tally, examples)
+    check_tables(tally, runner, examples, "gis_tables", sorted((examples / "gis_tables").glob("*.dbf")))
+    check_real_tables(tally, runner, examples)
     print(tally.summary())
     return 1 if tally.failed else 0
 

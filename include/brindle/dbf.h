@@ -33,8 +33,8 @@ enum DBF_FIELD_TYPE : int {
 
 /// How a table is opened.
 enum ReadWrite : int {
-  DBF_READ = 0,     ///< an existing table for reading; the first write turns it into DBF_READ_WRITE
-  DBF_WRITE = 1,    ///< a new table with the fields of a template table
+  DBF_READ = 0,      ///< an existing table for reading; the first write turns it into DBF_READ_WRITE
+  DBF_WRITE = 1,     ///< a new table with the fields of a template table
   DBF_READ_WRITE = 2 ///< an existing table for reading and updating
 };
 
@@ -240,8 +240,8 @@ private:
   std::unique_ptr<brindle::TableFile> m_pFile;
   std::shared_ptr<const brindle::CodePage> m_pPage; // never null while there is a file name
   CString m_strFileName;
-  std::string m_strHeader;      // header, descriptors and terminator as they stand in the file
-  std::u16string m_strDecoded;  // kept for its memory
+  std::string m_strHeader;     // header, descriptors and terminator as they stand in the file
+  std::u16string m_strDecoded; // kept for its memory
   std::vector<CDbfFieldDescriptorEx> m_descriptors;
   std::vector<CAttributePair> m_pairs;
   std::vector<bool> m_filter;

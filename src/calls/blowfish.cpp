@@ -103,7 +103,7 @@ unsigned long CBlowFish::GetOutputLength(unsigned long n) {
 
 unsigned long CBlowFish::Encode(unsigned char* in, unsigned char* out, unsigned long n) {
   const unsigned long length = GetOutputLength(n);
-  if (in != out)
+  if (n > 0 && in != out)
     std::memcpy(out, in, n);
   std::fill(out + n, out + length, static_cast<unsigned char>(0));
   for (unsigned long at = 0; at < length; at += kBlock) {

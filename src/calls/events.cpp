@@ -2,6 +2,8 @@
 #include "brindle/interpreter.h"
 #include "interpreter/state.h"
 
+#include <unordered_set>
+
 using namespace brindle;
 
 namespace {
@@ -54,12 +56,19 @@ bool CBrindle::EventsFree() {
   return true;
 }
 
-// The list is live: handlers may attach and remove handlers.
+// The list is live: what a handler attaches is called as well, what it removes is not, and the others keep their
+// turn. Each is called once, so that one which attaches itself anew does not go round for ever.
 void CBrindle::CallHandlers(CStringArray& handlers, Arguments& args) {
-  for (int i = 0; i < handlers.GetSize(); ++i) {
+  std::unordered_set<CString> called;
+  for (int i = 0; i < handlers.GetSize();) {
     const CString handler = handlers[i];
+    if (!called.insert(handler).second) {
+      ++i;
+      continue;
+    }
     CBasicVariable dropped;
     ExecUserFunction(handler, dropped, args, true);
+    i = 0; // the list may be another one now
   }
 }
 

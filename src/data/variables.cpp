@@ -16,7 +16,10 @@ NameRef CBrindle::RefOf(const Token& token) {
 }
 
 VariableSlot* CBrindle::FindSlot(const CString& name) {
-  const auto known = m_pState->m_mapVariables.KnownRef(name);
+  auto known = m_pState->m_mapVariables.KnownRef(name);
+  // A name that carries a level may be a variable's key without ever having been read as a name.
+  if (!known && name.Find(CString(u"__#")) > 0)
+    known = m_pState->m_mapVariables.Ref(name);
   return known ? m_pState->m_mapVariables.Find(*known, m_pState->m_nScopeLevel) : nullptr;
 }
 

@@ -94,13 +94,12 @@ DBF_FIELD_TYPE CDbf::StringToDBFFieldType(const CString& word) {
     DBF_FIELD_TYPE type;
   };
   // Deliberate: there is no letter for integers
-  static constexpr Word kWords[] = {{u"L", DBF_LOGICAL},         {u"BOOL", DBF_LOGICAL}, {u"C", DBF_CHAR},
-                                    {u"CHAR", DBF_CHAR},         {u"N", DBF_NUMERIC},    {u"NUMERIC", DBF_NUMERIC},
-                                    {u"INTEGER", DBF_NUMERIC},   {u"D", DBF_DATE},       {u"DATE", DBF_DATE},
-                                    {u"F", DBF_FLOAT},           {u"FLOAT", DBF_FLOAT}};
-  const auto* found = std::find_if(std::begin(kWords), std::end(kWords), [&word](const Word& entry) {
-    return word.CompareNoCase(CString(entry.text)) == 0;
-  });
+  static constexpr Word kWords[] = {{u"L", DBF_LOGICAL},       {u"BOOL", DBF_LOGICAL}, {u"C", DBF_CHAR},
+                                    {u"CHAR", DBF_CHAR},       {u"N", DBF_NUMERIC},    {u"NUMERIC", DBF_NUMERIC},
+                                    {u"INTEGER", DBF_NUMERIC}, {u"D", DBF_DATE},       {u"DATE", DBF_DATE},
+                                    {u"F", DBF_FLOAT},         {u"FLOAT", DBF_FLOAT}};
+  const auto* found = std::find_if(std::begin(kWords), std::end(kWords),
+                                   [&word](const Word& entry) { return word.CompareNoCase(CString(entry.text)) == 0; });
   return found == std::end(kWords) ? DBF_UNKNOWN : found->type;
 }
 

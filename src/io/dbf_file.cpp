@@ -10,7 +10,7 @@ namespace brindle {
 
 namespace {
 
-constexpr std::size_t kLargestBlock = 64 * 1024;
+constexpr std::size_t kLargestBlock = std::size_t{64} << 10;
 constexpr std::uint64_t kUnknown = std::numeric_limits<std::uint64_t>::max();
 
 // How often tables were written to, by a hash of the file's name without its folder: two paths may lead to one

@@ -48,8 +48,8 @@ private:
   std::uint64_t m_nFilePosition = 0; // the system's
   std::string m_block;
   std::uint64_t m_nBlockStart = 0;
-  std::size_t m_nNextBlock = 0;                 // how much to read ahead next
-  std::uint64_t m_nWritesSeen = 0;              // the count of writes when the block was read
+  std::size_t m_nNextBlock = 0;    // how much to read ahead next
+  std::uint64_t m_nWritesSeen = 0; // the count of writes when the block was read
   std::atomic<std::uint64_t>* m_pWrites = nullptr;
 };
 

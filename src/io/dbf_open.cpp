@@ -91,7 +91,8 @@ bool CDbf::OpenWrite() {
 
   m_nHeaderLength = static_cast<std::uint32_t>(m_descriptors.size() * kTableFieldSize) + kShortestHeader;
   m_nRecordLength = m_nFieldsLength + 1;
-  m_strHeader = BuildHeader(m_descriptors, {.headerLength = m_nHeaderLength, .recordLength = m_nRecordLength}, *m_pPage);
+  m_strHeader =
+      BuildHeader(m_descriptors, {.headerLength = m_nHeaderLength, .recordLength = m_nRecordLength}, *m_pPage);
   if (!m_pFile->Open(m_strFileName, CFile::modeCreate | CFile::modeReadWrite | CFile::shareExclusive))
     return false;
   if (WriteHeader() >= 0)

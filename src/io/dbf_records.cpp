@@ -147,9 +147,9 @@ std::string CDbf::EncodeRecord(bool check, std::string_view found) const {
 // Writes the current values, in one piece.
 void CDbf::WriteAt(std::uint64_t place, bool check, Place kind) {
   m_pFile->Seek(place);
-  const bool foreign = std::any_of(m_descriptors.begin(), m_descriptors.end(), [](const CDbfFieldDescriptorEx& field) {
-                         return field.m_nType == DBF_UNKNOWN;
-                       }) || m_nRecordLength > m_nFieldsLength + 1;
+  const bool foreign = std::any_of(m_descriptors.begin(), m_descriptors.end(),
+                                   [](const CDbfFieldDescriptorEx& field) { return field.m_nType == DBF_UNKNOWN; }) ||
+                       m_nRecordLength > m_nFieldsLength + 1;
   const std::string_view found =
       foreign && kind == Place::Existing ? m_pFile->Peek(m_nRecordLength) : std::string_view();
   std::string record = EncodeRecord(check, found);

@@ -12,21 +12,41 @@ TEST_F(DbfTest, values_are_brought_into_their_fields_form) {
     const char16_t* stored;
   };
   OpenDbf table;
-  for (const Row& row :
-       {Row{DBF_LOGICAL, 0, u"yes", u"y"}, Row{DBF_LOGICAL, 0, u"Yes", u"Y"}, Row{DBF_LOGICAL, 0, u"no", u"n"},
-        Row{DBF_LOGICAL, 0, u"N", u"N"}, Row{DBF_LOGICAL, 0, u"true", u"t"}, Row{DBF_LOGICAL, 0, u"True", u"T"},
-        Row{DBF_LOGICAL, 0, u"false", u"f"}, Row{DBF_LOGICAL, 0, u"F", u"F"}, Row{DBF_LOGICAL, 0, u"maybe", u"?"},
-        Row{DBF_LOGICAL, 0, u"", u"?"}, Row{DBF_LOGICAL, 0, u" y", u"?"}, Row{DBF_LOGICAL, 0, u"1", u"?"},
-        Row{DBF_LOGICAL, 0, u"?", u"?"},
-        Row{DBF_NUMERIC, 3, u"12.5", u"12.500"}, Row{DBF_NUMERIC, 2, u"12.3456", u"12.34"},
-        Row{DBF_NUMERIC, 2, u"7", u"7"}, Row{DBF_NUMERIC, 2, u"7.", u"7.00"}, Row{DBF_NUMERIC, 0, u"7.9", u"7."},
-        Row{DBF_NUMERIC, 0, u"7.", u"7."}, Row{DBF_NUMERIC, 2, u"1.99", u"1.99"}, Row{DBF_NUMERIC, 2, u"1.999", u"1.99"},
-        Row{DBF_NUMERIC, 2, u".5", u".5"}, Row{DBF_NUMERIC, 2, u"-.5", u"-.50"}, Row{DBF_NUMERIC, 1, u"-1.25", u"-1.2"},
-        Row{DBF_NUMERIC, 2, u"", u""}, Row{DBF_NUMERIC, 2, u"a.b", u"a.b0"}, Row{DBF_NUMERIC, 1, u"1.2.3", u"1.2"},
-        Row{DBF_NUMERIC, 2, u"12.500   ", u"12.50"}, Row{DBF_NUMERIC, 255, u"1.", nullptr},
-        Row{DBF_FLOAT, 3, u"12.5", u"12.500"}, Row{DBF_FLOAT, 1, u"12.55", u"12.5"}, Row{DBF_FLOAT, 4, u"3", u"3"},
-        Row{DBF_CHAR, 2, u"1.23456", u"1.23456"}, Row{DBF_DATE, 2, u"not a date", u"not a date"},
-        Row{DBF_UNKNOWN, 2, u"1.23456", u"1.23456"}}) {
+  for (const Row& row : {Row{DBF_LOGICAL, 0, u"yes", u"y"},
+                         Row{DBF_LOGICAL, 0, u"Yes", u"Y"},
+                         Row{DBF_LOGICAL, 0, u"no", u"n"},
+                         Row{DBF_LOGICAL, 0, u"N", u"N"},
+                         Row{DBF_LOGICAL, 0, u"true", u"t"},
+                         Row{DBF_LOGICAL, 0, u"True", u"T"},
+                         Row{DBF_LOGICAL, 0, u"false", u"f"},
+                         Row{DBF_LOGICAL, 0, u"F", u"F"},
+                         Row{DBF_LOGICAL, 0, u"maybe", u"?"},
+                         Row{DBF_LOGICAL, 0, u"", u"?"},
+                         Row{DBF_LOGICAL, 0, u" y", u"?"},
+                         Row{DBF_LOGICAL, 0, u"1", u"?"},
+                         Row{DBF_LOGICAL, 0, u"?", u"?"},
+                         Row{DBF_NUMERIC, 3, u"12.5", u"12.500"},
+                         Row{DBF_NUMERIC, 2, u"12.3456", u"12.34"},
+                         Row{DBF_NUMERIC, 2, u"7", u"7"},
+                         Row{DBF_NUMERIC, 2, u"7.", u"7.00"},
+                         Row{DBF_NUMERIC, 0, u"7.9", u"7."},
+                         Row{DBF_NUMERIC, 0, u"7.", u"7."},
+                         Row{DBF_NUMERIC, 2, u"1.99", u"1.99"},
+                         Row{DBF_NUMERIC, 2, u"1.999", u"1.99"},
+                         Row{DBF_NUMERIC, 2, u".5", u".5"},
+                         Row{DBF_NUMERIC, 2, u"-.5", u"-.50"},
+                         Row{DBF_NUMERIC, 1, u"-1.25", u"-1.2"},
+                         Row{DBF_NUMERIC, 2, u"", u""},
+                         Row{DBF_NUMERIC, 2, u"a.b", u"a.b0"},
+                         Row{DBF_NUMERIC, 1, u"1.2.3", u"1.2"},
+                         Row{DBF_NUMERIC, 2, u"12.500   ", u"12.50"},
+                         Row{DBF_NUMERIC, 255, u"1.", nullptr},
+                         Row{DBF_FLOAT, 3, u"12.5", u"12.500"},
+                         Row{DBF_FLOAT, 1, u"12.55", u"12.5"},
+                         Row{DBF_FLOAT, 4, u"3", u"3"},
+                         Row{DBF_CHAR, 2, u"1.23456", u"1.23456"},
+                         Row{DBF_DATE, 2, u"not a date", u"not a date"},
+                         Row{DBF_UNKNOWN, 2, u"1.23456", u"1.23456"}}) {
     const CDbfFieldDescriptorEx field(CString(u"A"), row.type, 20, row.decimals);
     const CString expected = row.stored == nullptr ? CString(u"1.") + CString(u'0', 255) : CString(row.stored);
     EXPECT_EQ(table.CheckFieldFormat(CString(row.value), &field), expected)
@@ -104,10 +124,9 @@ TEST_F(DbfTest, text_is_windows_1252_unless_the_ansi_page_has_single_bytes) {
     const char* text;
     const char* bytes;
   };
-  for (const Row& row : {Row{"UTF-8", "M\xC3\xBCller \xE2\x82\xAC", "M\xFCller \x80"},
-                         Row{"CP932", "M\xC3\xBCller", "M\xFCller"},
-                         Row{"windows-1251", "\xD0\x94\xD0\xB0", "\xC4\xE0"},
-                         Row{"UTF-8", "\xD0\x94 \xF0\x9F\x98\x80", "? ?"}}) {
+  for (const Row& row :
+       {Row{"UTF-8", "M\xC3\xBCller \xE2\x82\xAC", "M\xFCller \x80"}, Row{"CP932", "M\xC3\xBCller", "M\xFCller"},
+        Row{"windows-1251", "\xD0\x94\xD0\xB0", "\xC4\xE0"}, Row{"UTF-8", "\xD0\x94 \xF0\x9F\x98\x80", "? ?"}}) {
     const AnsiPage set(row.ansi);
     CDbf table;
     ASSERT_TRUE(CreatePrices(table));
@@ -165,11 +184,10 @@ TEST_F(DbfTest, a_character_is_never_cut_in_half_at_the_end_of_a_field) {
     const char* text;
     const char* bytes; // in a field of four
   };
-  for (const Row& row :
-       {Row{"abcd", "abcd"}, Row{"ab\xC3\xBC", "ab\xC3\xBC"}, Row{"abc\xC3\xBC", "abc "},
-        Row{"ab\xE2\x82\xAC", "ab  "}, Row{"a\xE2\x82\xAC", "a\xE2\x82\xAC"}, Row{"\xF0\x9F\x98\x80", "\xF0\x9F\x98\x80"},
-        Row{"x\xF0\x9F\x98\x80", "x   "}, Row{"\xC3\xBC\xC3\xBC\xC3\xBC", "\xC3\xBC\xC3\xBC"},
-        Row{"abc\xC3\xBCx", "abc "}}) {
+  for (const Row& row : {Row{"abcd", "abcd"}, Row{"ab\xC3\xBC", "ab\xC3\xBC"}, Row{"abc\xC3\xBC", "abc "},
+                         Row{"ab\xE2\x82\xAC", "ab  "}, Row{"a\xE2\x82\xAC", "a\xE2\x82\xAC"},
+                         Row{"\xF0\x9F\x98\x80", "\xF0\x9F\x98\x80"}, Row{"x\xF0\x9F\x98\x80", "x   "},
+                         Row{"\xC3\xBC\xC3\xBC\xC3\xBC", "\xC3\xBC\xC3\xBC"}, Row{"abc\xC3\xBCx", "abc "}}) {
     CDbf table;
     ASSERT_TRUE(Create(table, Path("t"), {{CString(u"A"), DBF_CHAR, 4}, {CString(u"B"), DBF_CHAR, 1}}));
     ASSERT_TRUE(table.AppendRecord(Values({row.text, "|"}), true));

@@ -69,8 +69,8 @@ struct RawTable {
   int recordCount = -1;
   int headerLength = -1;
   int recordLength = -1;
-  std::string reserved = std::string(20, '\0');       // bytes 12 to 31
-  std::string fieldReserved = std::string(14, '\0');  // bytes 18 to 31 of every descriptor
+  std::string reserved = std::string(20, '\0');      // bytes 12 to 31
+  std::string fieldReserved = std::string(14, '\0'); // bytes 18 to 31 of every descriptor
   std::string terminator = "\x0D";
   std::string behindTerminator = {};
   std::string end = "\x1A";
@@ -88,7 +88,8 @@ struct RawTable {
       return value < 0 ? static_cast<std::uint32_t>(otherwise) : static_cast<std::uint32_t>(value);
     };
     return version + date + LittleEndian(orElse(recordCount, records.size()), 4) +
-           LittleEndian(orElse(headerLength, 32 + descriptors.size() + terminator.size() + behindTerminator.size()), 2) +
+           LittleEndian(orElse(headerLength, 32 + descriptors.size() + terminator.size() + behindTerminator.size()),
+                        2) +
            LittleEndian(orElse(recordLength, static_cast<std::size_t>(fieldsLength) + 1), 2) + reserved + descriptors +
            terminator + behindTerminator;
   }
@@ -104,9 +105,7 @@ class DbfTest : public testing::Test {
 protected:
   using Texts = std::vector<std::string>;
 
-  [[nodiscard]] CString Path(std::string_view name) const {
-    return CString::FromUtf8(m_folder.Path(name).string());
-  }
+  [[nodiscard]] CString Path(std::string_view name) const { return CString::FromUtf8(m_folder.Path(name).string()); }
   [[nodiscard]] std::string Bytes(std::string_view name = "t.dbf") const { return m_folder.Read(name); }
   void Put(const RawTable& table, std::string_view name = "t.dbf") const { m_folder.Write(name, table.Bytes()); }
   // Writes into an existing file without a table, as another program would.

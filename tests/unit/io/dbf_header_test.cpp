@@ -8,12 +8,13 @@ namespace {
 
 TEST_F(DbfTest, a_new_table_is_a_header_byte_for_byte) {
   CDbf table;
-  ASSERT_TRUE(Create(table, Path("t"), {{CString(u"NAME"), DBF_CHAR, 20},
-                                       {CString(u"PRICE"), DBF_NUMERIC, 5, 2},
-                                       {CString(u"OK"), DBF_LOGICAL, 9},
-                                       {CString(u"DAY"), DBF_DATE, 1},
-                                       {CString(u"RATE"), DBF_FLOAT, 7, 4},
-                                       {CString(u"OTHER"), DBF_UNKNOWN, 3}}));
+  ASSERT_TRUE(Create(table, Path("t"),
+                     {{CString(u"NAME"), DBF_CHAR, 20},
+                      {CString(u"PRICE"), DBF_NUMERIC, 5, 2},
+                      {CString(u"OK"), DBF_LOGICAL, 9},
+                      {CString(u"DAY"), DBF_DATE, 1},
+                      {CString(u"RATE"), DBF_FLOAT, 7, 4},
+                      {CString(u"OTHER"), DBF_UNKNOWN, 3}}));
   const auto descriptor = [](const std::string& name, char type, int length, int decimals) {
     return Padded(name, 11, '\0') + type + std::string(4, '\0') + static_cast<char>(length) +
            static_cast<char>(decimals) + std::string(14, '\0');
@@ -59,13 +60,16 @@ TEST_F(DbfTest, field_lengths_follow_the_type) {
     int asked;
     int given;
   };
-  for (const Row& row : {Row{DBF_LOGICAL, 0, 1},    Row{DBF_LOGICAL, 77, 1},   Row{DBF_CHAR, -5, 1},
-                         Row{DBF_CHAR, 0, 1},       Row{DBF_CHAR, 1, 1},       Row{DBF_CHAR, 2, 2},
-                         Row{DBF_CHAR, 253, 253},   Row{DBF_CHAR, 254, 253},   Row{DBF_CHAR, 300, 253},
-                         Row{DBF_NUMERIC, 1, 18},   Row{DBF_NUMERIC, 18, 18},  Row{DBF_NUMERIC, 200, 18},
-                         Row{DBF_DATE, 0, 8},       Row{DBF_DATE, 10, 8},      Row{DBF_FLOAT, 3, 20},
-                         Row{DBF_FLOAT, 99, 20},    Row{DBF_UNKNOWN, 0, 0},    Row{DBF_UNKNOWN, 300, 300},
-                         Row{DBF_UNKNOWN, -1, -1},  Row{static_cast<DBF_FIELD_TYPE>(9), 12, 12}})
+  for (const Row& row : {Row{DBF_LOGICAL, 0, 1},   Row{DBF_LOGICAL, 77, 1},
+                         Row{DBF_CHAR, -5, 1},     Row{DBF_CHAR, 0, 1},
+                         Row{DBF_CHAR, 1, 1},      Row{DBF_CHAR, 2, 2},
+                         Row{DBF_CHAR, 253, 253},  Row{DBF_CHAR, 254, 253},
+                         Row{DBF_CHAR, 300, 253},  Row{DBF_NUMERIC, 1, 18},
+                         Row{DBF_NUMERIC, 18, 18}, Row{DBF_NUMERIC, 200, 18},
+                         Row{DBF_DATE, 0, 8},      Row{DBF_DATE, 10, 8},
+                         Row{DBF_FLOAT, 3, 20},    Row{DBF_FLOAT, 99, 20},
+                         Row{DBF_UNKNOWN, 0, 0},   Row{DBF_UNKNOWN, 300, 300},
+                         Row{DBF_UNKNOWN, -1, -1}, Row{static_cast<DBF_FIELD_TYPE>(9), 12, 12}})
     EXPECT_EQ(CDbf::VerifyFieldLength(row.asked, row.type), row.given) << row.type << " of " << row.asked;
 }
 
@@ -85,10 +89,11 @@ TEST_F(DbfTest, words_name_field_types_in_any_case) {
 
 TEST_F(DbfTest, offsets_of_a_new_table_follow_the_lengths_asked_for_until_it_is_reopened) {
   CDbf table;
-  ASSERT_TRUE(Create(table, Path("t"), {{CString(u"A"), DBF_CHAR, 300},
-                                       {CString(u"B"), DBF_NUMERIC, 5},
-                                       {CString(u"C"), DBF_LOGICAL, 4},
-                                       {CString(u"D"), DBF_DATE, 0}}));
+  ASSERT_TRUE(Create(table, Path("t"),
+                     {{CString(u"A"), DBF_CHAR, 300},
+                      {CString(u"B"), DBF_NUMERIC, 5},
+                      {CString(u"C"), DBF_LOGICAL, 4},
+                      {CString(u"D"), DBF_DATE, 0}}));
   const auto offsets = [&table] {
     std::vector<std::uint32_t> all;
     for (int i = 0; i < table.GetNumFields(); ++i)
@@ -134,8 +139,14 @@ TEST_F(DbfTest, descriptors_are_read_back) {
 }
 
 TEST_F(DbfTest, letters_are_field_types_only_as_capitals) {
-  Put({.fields = {{"A", 'L', 1}, {"B", 'C', 1}, {"C", 'N', 1}, {"D", 'D', 1}, {"E", 'F', 1}, {"F", 'M', 1},
-                  {"G", 'c', 1}, {"H", '\0', 1}}});
+  Put({.fields = {{"A", 'L', 1},
+                  {"B", 'C', 1},
+                  {"C", 'N', 1},
+                  {"D", 'D', 1},
+                  {"E", 'F', 1},
+                  {"F", 'M', 1},
+                  {"G", 'c', 1},
+                  {"H", '\0', 1}}});
   CDbf table;
   ASSERT_TRUE(table.Open(Path("t"), DBF_READ));
   const DBF_FIELD_TYPE expected[] = {DBF_LOGICAL, DBF_CHAR,    DBF_NUMERIC, DBF_DATE,
@@ -147,10 +158,11 @@ TEST_F(DbfTest, letters_are_field_types_only_as_capitals) {
 TEST_F(DbfTest, a_field_name_is_cut_to_ten_bytes_and_never_within_a_character) {
   m_folder.Write("t.cpg", "UTF-8");
   CDbf table;
-  ASSERT_TRUE(Create(table, Path("t"), {{CString(u"ABCDEFGHIJKLM"), DBF_CHAR, 1},
-                                       {CString(u"123456789ü"), DBF_CHAR, 1},
-                                       {CString(u"12345678ü"), DBF_CHAR, 1},
-                                       {CString(), DBF_CHAR, 1}}));
+  ASSERT_TRUE(Create(table, Path("t"),
+                     {{CString(u"ABCDEFGHIJKLM"), DBF_CHAR, 1},
+                      {CString(u"123456789ü"), DBF_CHAR, 1},
+                      {CString(u"12345678ü"), DBF_CHAR, 1},
+                      {CString(), DBF_CHAR, 1}}));
   const std::string bytes = Bytes();
   EXPECT_EQ(bytes.substr(32, 11), std::string("ABCDEFGHIJ\0", 11));
   EXPECT_EQ(bytes.substr(64, 11), std::string("123456789\0\0", 11));
@@ -247,7 +259,7 @@ TEST_F(DbfTest, tables_that_no_header_can_describe_are_not_created) {
   EXPECT_TRUE(create(0, DBF_CHAR, 1));
   EXPECT_TRUE(create(2046, DBF_CHAR, 1));
   EXPECT_FALSE(create(2047, DBF_CHAR, 1));
-  EXPECT_TRUE(create(257, DBF_UNKNOWN, 254)); // 65,278 + 1
+  EXPECT_TRUE(create(257, DBF_UNKNOWN, 254));  // 65,278 + 1
   EXPECT_FALSE(create(257, DBF_UNKNOWN, 255)); // 65,535 + 1
   EXPECT_TRUE(create(1, DBF_UNKNOWN, 255));
   EXPECT_FALSE(create(1, DBF_UNKNOWN, 256));

@@ -23,14 +23,15 @@ TEST_F(DbfTest, records_come_back_as_written) {
 
 TEST_F(DbfTest, every_type_starts_at_the_left_and_is_cut_on_the_right) {
   CDbf table;
-  ASSERT_TRUE(Create(table, Path("t"), {{CString(u"C"), DBF_CHAR, 3},
-                                       {CString(u"N"), DBF_NUMERIC, 18, 0},
-                                       {CString(u"L"), DBF_LOGICAL, 1},
-                                       {CString(u"D"), DBF_DATE, 8},
-                                       {CString(u"F"), DBF_FLOAT, 20, 0}}));
+  ASSERT_TRUE(Create(table, Path("t"),
+                     {{CString(u"C"), DBF_CHAR, 3},
+                      {CString(u"N"), DBF_NUMERIC, 18, 0},
+                      {CString(u"L"), DBF_LOGICAL, 1},
+                      {CString(u"D"), DBF_DATE, 8},
+                      {CString(u"F"), DBF_FLOAT, 20, 0}}));
   ASSERT_TRUE(table.AppendRecord(Values({"a", "7", "T", "2026", "-1"}), false));
-  ASSERT_TRUE(table.AppendRecord(
-      Values({"abcd", "1234567890123456789", "true", "2026-07-31", "123456789012345678901"}), false));
+  ASSERT_TRUE(table.AppendRecord(Values({"abcd", "1234567890123456789", "true", "2026-07-31", "123456789012345678901"}),
+                                 false));
   ASSERT_TRUE(table.AppendRecord(Values({"", "", "", "", ""}), false));
   EXPECT_EQ(Bytes().substr(32 * 6 + 1), " a  " + Padded("7", 18) + "T" + "2026    " + Padded("-1", 20) + " abc" +
                                             "123456789012345678" + "t" + "2026-07-" + "12345678901234567890" +

@@ -104,8 +104,11 @@ TEST_F(DbfTemplateTest, records_are_copied_through_the_filter) {
 
 TEST_F(DbfTemplateTest, a_table_without_a_filter_copies_every_value) {
   CDbf table;
-  ASSERT_TRUE(Create(table, Path("t"), {{CString(u"X"), DBF_CHAR, 3}, {CString(u"Y"), DBF_CHAR, 5},
-                                       {CString(u"Z"), DBF_CHAR, 1}, {CString(u"REST"), DBF_CHAR, 4}}));
+  ASSERT_TRUE(Create(table, Path("t"),
+                     {{CString(u"X"), DBF_CHAR, 3},
+                      {CString(u"Y"), DBF_CHAR, 5},
+                      {CString(u"Z"), DBF_CHAR, 1},
+                      {CString(u"REST"), DBF_CHAR, 4}}));
   ASSERT_TRUE(table.SetRecordFields(Values({"1", "2", "3", "4"})));
   ASSERT_TRUE(m_template.ReadRecord(1));
   EXPECT_TRUE(table.CopyRecord(&m_template));

@@ -160,6 +160,7 @@ private:
   void primitive(CBasicVariable& result);
   void ReadVariable(CBasicVariable& result);
   void ReadProperty(CBasicVariable& result);
+  void ApplyOperator(char16_t operation, void (CBrindle::*readOperand)(CBasicVariable&), CBasicVariable& left);
   void unary(char16_t operation, CBasicVariable& value);
   void ComputeOperation(char16_t operation, CBasicVariable& left, CBasicVariable& right);
   void ComputeArithmetic(char16_t operation, double* left, double* right);

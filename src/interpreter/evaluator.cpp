@@ -37,36 +37,34 @@ void CBrindle::get_exp(CBasicVariable& result) {
   putback();
 }
 
+// Out of line, so that the levels above, of which every nested expression needs a set, have slim frames.
+[[gnu::noinline]] void CBrindle::ApplyOperator(char16_t operation, void (CBrindle::*readOperand)(CBasicVariable&),
+                                               CBasicVariable& left) {
+  get_token();
+  CBasicVariable right;
+  (this->*readOperand)(right);
+  ComputeOperation(operation, left, right);
+}
+
 void CBrindle::level2(CBasicVariable& result) {
   level3(result);
   for (char16_t operation = FirstUnit(m_pState->token); operation == u'+' || operation == u'-';
-       operation = FirstUnit(m_pState->token)) {
-    get_token();
-    CBasicVariable right;
-    level3(right);
-    ComputeOperation(operation, result, right);
-  }
+       operation = FirstUnit(m_pState->token))
+    ApplyOperator(operation, &CBrindle::level3, result);
 }
 
 void CBrindle::level3(CBasicVariable& result) {
   level4(result);
   for (char16_t operation = FirstUnit(m_pState->token);
-       operation == u'*' || operation == u'/' || operation == u'%'; operation = FirstUnit(m_pState->token)) {
-    get_token();
-    CBasicVariable right;
-    level4(right);
-    ComputeOperation(operation, result, right);
-  }
+       operation == u'*' || operation == u'/' || operation == u'%'; operation = FirstUnit(m_pState->token))
+    ApplyOperator(operation, &CBrindle::level4, result);
 }
 
 void CBrindle::level4(CBasicVariable& result) {
   level5(result);
   if (FirstUnit(m_pState->token) == u'^') {
     CheckNesting();
-    get_token();
-    CBasicVariable right;
-    level4(right);
-    ComputeOperation(u'^', result, right);
+    ApplyOperator(u'^', &CBrindle::level4, result);
   }
 }
 

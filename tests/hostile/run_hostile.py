@@ -117,7 +117,7 @@ def nested():
     down = "\nend\nfunction down(n)\nif n = 0 then\ndown = 0\nelse\ndown = %s\nendif\nendfunction\n"
     yield Case("nested parentheses", "x = " + "(" * deep + "1" + ")" * deep + "\n", error=ERROR_50)
     yield Case("nested parentheses that never close", "x = " + "(" * deep, error=ERROR_50)
-    yield Case("nested powers", "x = " + "2^" * deep + "2\n", error=ERROR_50)
+    yield Case("nested powers", "x = " + "2^" * deep + "2\nprint x\n", error=False, output="inf\n")
     yield Case("nested indices", "dim a[2]\nx = " + "a[" * deep + "0" + "]" * deep + "\n", error=ERROR_50)
     yield Case("nested calls of a built-in", "x = " + "len(" * deep + '"a"' + ")" * deep + "\n", error=ERROR_50)
     yield Case("nested calls in a condition", "if " + "abs(" * deep + "1" + ")" * deep + " = 1 then\n", error=ERROR_50)
@@ -251,6 +251,9 @@ class Runner:
         with tempfile.TemporaryDirectory(prefix="brindle-hostile-") as name:
             box = Path(name) / "run"
             box.mkdir()
+            # No device is to be found: nonsense must not reach what is plugged into this machine.
+            (Path(name) / "devices").mkdir()
+            environment["BRINDLE_DEVICES"] = str(Path(name) / "devices")
             for file, contents in case.files.items():
                 (box / file).write_bytes(contents.encode() if isinstance(contents, str) else contents)
             (box / "case.bas").write_bytes(case.program)

@@ -1,13 +1,13 @@
 event create boom first
-event create boom second
+event create boom other
 throw boom(1)      # expect: first
-# expect: second
-throw boom(1)      # expect: second
+# expect: other
+throw boom(1)      # expect: other
 end
 sub first(v)
   print "first"
   event remove boom first
 endsub
-sub second(v)
-  print "second"
+sub other(v)
+  print "other"
 endsub

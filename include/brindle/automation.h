@@ -69,7 +69,9 @@ inline constexpr IID IID_IDispatch = {0x00020400, 0x0000, 0x0000, {0xC0, 0, 0, 0
 #define STDMETHOD_(type, method) virtual type STDMETHODCALLTYPE method
 
 namespace brindle::detail {
-constexpr HRESULT Result(std::uint32_t code) noexcept { return static_cast<HRESULT>(code); }
+constexpr HRESULT Result(std::uint32_t code) noexcept {
+  return static_cast<HRESULT>(code);
+}
 } // namespace brindle::detail
 
 inline constexpr HRESULT S_OK = 0;
@@ -103,8 +105,12 @@ inline constexpr HRESULT DISP_E_BADCALLEE = brindle::detail::Result(0x80020010U)
 inline constexpr HRESULT DISP_E_NOTACOLLECTION = brindle::detail::Result(0x80020011U);
 inline constexpr HRESULT DISP_E_DIVBYZERO = brindle::detail::Result(0x80020012U);
 
-constexpr bool SUCCEEDED(HRESULT result) noexcept { return result >= 0; }
-constexpr bool FAILED(HRESULT result) noexcept { return result < 0; }
+constexpr bool SUCCEEDED(HRESULT result) noexcept {
+  return result >= 0;
+}
+constexpr bool FAILED(HRESULT result) noexcept {
+  return result < 0;
+}
 
 enum VARENUM : VARTYPE {
   VT_EMPTY = 0,

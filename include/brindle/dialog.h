@@ -85,7 +85,7 @@ public:
 /// What a dialog is made of: one template, or a property sheet of several, each a page with its own title.
 struct CDialogDescription {
   bool sheet = false;
-  CString title;                                ///< of a property sheet
-  int x = 0, y = 0, width = 0, height = 0;      ///< of a property sheet; all 0: as large as its pages need
+  CString title;                                 ///< of a property sheet
+  int x = 0, y = 0, width = 0, height = 0;       ///< of a property sheet; all 0: as large as its pages need
   std::vector<std::vector<std::byte>> templates; ///< in-memory dialog templates; exactly one unless it is a sheet
 };

@@ -45,8 +45,8 @@ using CBasicVariableArray = CArray<CBasicVariable, CBasicVariable>;
 
 /// A function that the host adds to the language: the calling interpreter, the arguments as the script
 /// passed them (any number), and the value given at registration. What it throws ends the run and reaches the
-/// caller of ExecuteProgram, but for std::bad_alloc and std::length_error, which are reported as error 50. It may create and destroy other interpreters,
-/// never the one that calls it.
+/// caller of ExecuteProgram, but for std::bad_alloc and std::length_error, which are reported as error 50. It may
+/// create and destroy other interpreters, never the one that calls it.
 using BrindleCallback = CBasicVariable (*)(CBrindle* interpreter, CBasicVariableArray& arguments, int value);
 
 /// One interpreter. A host makes one per run, registers its own functions, and runs a script file; the
@@ -277,10 +277,10 @@ private:
   // ---- ui: dialogs, property sheets, control access (exec_dialog.cpp, exec_alter.cpp, control_functions.cpp)
   bool ExecDialog();
   bool ExecControl(std::vector<std::byte>& item, int& id, CString& handler);
-  static bool CreateItemTemplate(std::uint32_t style, const CBasicVariableArray& args, int id,
-                                 std::uint16_t classCode, std::vector<std::byte>& item);
-  static bool CreateItemTemplate(std::uint32_t style, const CBasicVariableArray& args, int id,
-                                 const CString& className, std::vector<std::byte>& item);
+  static bool CreateItemTemplate(std::uint32_t style, const CBasicVariableArray& args, int id, std::uint16_t classCode,
+                                 std::vector<std::byte>& item);
+  static bool CreateItemTemplate(std::uint32_t style, const CBasicVariableArray& args, int id, const CString& className,
+                                 std::vector<std::byte>& item);
   bool ExecPropertySheet();
   bool ExecPropertyPage(brindle::ScriptDialog& dialog);
   int ReadDialogLine(brindle::ScriptDialog& dialog, std::vector<std::byte>& dialogTemplate);

@@ -25,9 +25,7 @@ struct TextBlock {
   std::atomic<std::uint32_t> hash; // 0 = not computed yet
 
   [[nodiscard]] char16_t* Units() noexcept { return reinterpret_cast<char16_t*>(this + 1); }
-  [[nodiscard]] const char16_t* Units() const noexcept {
-    return reinterpret_cast<const char16_t*>(this + 1);
-  }
+  [[nodiscard]] const char16_t* Units() const noexcept { return reinterpret_cast<const char16_t*>(this + 1); }
 };
 
 // A process that has only one thread can count without the bus lock.
@@ -125,9 +123,8 @@ public:
   operator const unsigned short*() const noexcept { return GetString(); }
   [[nodiscard]] const char16_t* Units() const noexcept { return m_pBlock == nullptr ? u"" : m_pBlock->Units(); }
   [[nodiscard]] std::u16string_view View() const noexcept {
-    return m_pBlock == nullptr
-               ? std::u16string_view()
-               : std::u16string_view(m_pBlock->Units(), static_cast<std::size_t>(m_pBlock->length));
+    return m_pBlock == nullptr ? std::u16string_view()
+                               : std::u16string_view(m_pBlock->Units(), static_cast<std::size_t>(m_pBlock->length));
   }
 
   /// Below 0, 0 or above 0, by code unit; a proper prefix sorts first.
@@ -180,9 +177,7 @@ public:
   void ReleaseBuffer(int newLength = -1);
 
   CString& Append(std::u16string_view text);
-  CString& operator+=(const CString& text) {
-    return IsEmpty() ? *this = text : Append(text.View());
-  }
+  CString& operator+=(const CString& text) { return IsEmpty() ? *this = text : Append(text.View()); }
   CString& operator+=(char16_t unit) { return Append(std::u16string_view(&unit, 1)); }
   CString& operator+=(const char16_t* text) { return Append(text); }
 
@@ -203,9 +198,7 @@ public:
   friend CString operator+(const CString& a, const CString& b) { return Join(a.View(), b.View()); }
   friend CString operator+(const CString& a, const char16_t* b) { return Join(a.View(), b); }
   friend CString operator+(const char16_t* a, const CString& b) { return Join(a, b.View()); }
-  friend CString operator+(const CString& a, char16_t b) {
-    return Join(a.View(), std::u16string_view(&b, 1));
-  }
+  friend CString operator+(const CString& a, char16_t b) { return Join(a.View(), std::u16string_view(&b, 1)); }
 
 private:
   static CString Join(std::u16string_view a, std::u16string_view b);

@@ -14,7 +14,7 @@ constexpr std::size_t kBoxes = 4;
 constexpr std::size_t kBoxWords = 256;
 constexpr unsigned long kBlock = 8;
 
-constexpr std::array<std::uint32_t, kPWords + kBoxes * kBoxWords> kInitial = {
+constexpr std::array<std::uint32_t, kPWords + kBoxes* kBoxWords> kInitial = {
 #include "calls/blowfish_tables.inc"
 };
 

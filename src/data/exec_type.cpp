@@ -61,8 +61,7 @@ bool CBrindle::ExecType() {
     return LeaveBlock(kErrorSyntax, COMMAND_ENDTYPE);
   const CString name = m_pState->token.Text();
   CTypeStructure type;
-  for (NextBlockLine(); m_pState->token.command != COMMAND_ENDTYPE &&
-                        m_pState->token.command != COMMAND_END_OF_PROGRAM;
+  for (NextBlockLine(); m_pState->token.command != COMMAND_ENDTYPE && m_pState->token.command != COMMAND_END_OF_PROGRAM;
        NextBlockLine()) {
     if (const int error = ReadField(type))
       return LeaveBlock(error, COMMAND_ENDTYPE);
@@ -146,8 +145,7 @@ void CBrindle::ReadRecordField(CBasicVariable& result) {
   const bool hasIndex = ReadIndexBehindName(index);
   const CTypeStructure* structure = FindRecord(record);
   CString lowered = field;
-  const bool elementRead =
-      hasIndex && structure != nullptr && structure->ReadField(lowered.MakeLower(), index, result);
+  const bool elementRead = hasIndex && structure != nullptr && structure->ReadField(lowered.MakeLower(), index, result);
   // An element that is not there reads as the first one.
   if (!elementRead)
     FindStructVariable(record, field, result, true);

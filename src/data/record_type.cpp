@@ -96,9 +96,8 @@ bool CTypeStructure::ReadField(const CString& name, int index, CBasicVariable& o
   case TD_DOUBLE: out.SetValue(Load<double>(element)); return true;
   case TD_STRING:
     // Nothing here ever stores a reference, and a zero one is the empty text.
-    out.SetValue(field->m_bIndirect
-                     ? CString()
-                     : InlineText(start, static_cast<std::size_t>(field->m_nCount) * kTextUnitWidth));
+    out.SetValue(field->m_bIndirect ? CString()
+                                    : InlineText(start, static_cast<std::size_t>(field->m_nCount) * kTextUnitWidth));
     return true;
   default: return false;
   }

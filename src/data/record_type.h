@@ -12,7 +12,15 @@
 #include <cstdint>
 #include <vector>
 
-enum TYPE_DEFINITION : int { TD_NONE = 0, TD_CHAR = 1, TD_WORD = 2, TD_INTEGER = 3, TD_FLOAT = 4, TD_DOUBLE = 5, TD_STRING = 6 };
+enum TYPE_DEFINITION : int {
+  TD_NONE = 0,
+  TD_CHAR = 1,
+  TD_WORD = 2,
+  TD_INTEGER = 3,
+  TD_FLOAT = 4,
+  TD_DOUBLE = 5,
+  TD_STRING = 6
+};
 
 struct CTypeField {
   CString m_strName; // as declared

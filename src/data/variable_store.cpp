@@ -121,8 +121,7 @@ VariableSlot& VariableStore::Make(const NameRef& name, int level, bool global) {
 
 CString VariableStore::KeyOf(const NameRef& name, int level) {
   VariableSlot* found = Find(name, level);
-  return found != nullptr && found != FindLocal(name.number, level) ? name.spelling
-                                                                   : ScopedKey(name.spelling, level);
+  return found != nullptr && found != FindLocal(name.number, level) ? name.spelling : ScopedKey(name.spelling, level);
 }
 
 bool VariableStore::Undefine(const NameRef& name, int level) {
@@ -175,8 +174,7 @@ std::vector<VariableStore::Place> VariableStore::PlacesOfObjects(int level) {
   };
   for (std::size_t frame = 0; frame < m_frames.size(); ++frame)
     for (std::size_t number = 0; number < m_frames[frame].size(); ++number)
-      if (m_frames[frame][number].HoldsObject() &&
-          levelOf(m_names[number].lowered, static_cast<int>(frame)) >= level)
+      if (m_frames[frame][number].HoldsObject() && levelOf(m_names[number].lowered, static_cast<int>(frame)) >= level)
         places.push_back({false, frame, number});
   for (std::size_t name = 0; name < m_names.size(); ++name)
     for (std::size_t i = 0; i < m_names[name].globals.size(); ++i)

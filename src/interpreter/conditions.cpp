@@ -18,10 +18,10 @@ struct Comparison {
 
 // Deliberate: ">=" and "=<" are not operators of the language.
 constexpr std::array kComparisons = {
-    Comparison{u"=", LOGICAL_EQUAL},          Comparison{u"==", LOGICAL_EQUAL},
-    Comparison{u"<", LOGICAL_LESS},           Comparison{u">", LOGICAL_GREATER},
-    Comparison{u"<>", LOGICAL_NOT_EQUAL},     Comparison{u"!=", LOGICAL_NOT_EQUAL},
-    Comparison{u"<=", LOGICAL_LESS_EQUAL},    Comparison{u"=>", LOGICAL_GREATER_EQUAL},
+    Comparison{u"=", LOGICAL_EQUAL},        Comparison{u"==", LOGICAL_EQUAL},
+    Comparison{u"<", LOGICAL_LESS},         Comparison{u">", LOGICAL_GREATER},
+    Comparison{u"<>", LOGICAL_NOT_EQUAL},   Comparison{u"!=", LOGICAL_NOT_EQUAL},
+    Comparison{u"<=", LOGICAL_LESS_EQUAL},  Comparison{u"=>", LOGICAL_GREATER_EQUAL},
     Comparison{u"~~", LOGICAL_ABOUT_EQUAL},
 };
 constexpr std::u16string_view kSecondUnits = u"=<>!~";

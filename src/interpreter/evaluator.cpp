@@ -55,8 +55,8 @@ void CBrindle::level2(CBasicVariable& result) {
 
 void CBrindle::level3(CBasicVariable& result) {
   level4(result);
-  for (char16_t operation = FirstUnit(m_pState->token);
-       operation == u'*' || operation == u'/' || operation == u'%'; operation = FirstUnit(m_pState->token))
+  for (char16_t operation = FirstUnit(m_pState->token); operation == u'*' || operation == u'/' || operation == u'%';
+       operation = FirstUnit(m_pState->token))
     ApplyOperator(operation, &CBrindle::level4, result);
 }
 

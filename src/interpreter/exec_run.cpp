@@ -52,8 +52,7 @@ bool CBrindle::IsExtensionScript(const CString& path, CString& caption) {
   CString line;
   try {
     TextFile file;
-    if (!file.Open(path, CFile::modeRead | CFile::shareDenyNone) ||
-        file.ReadLine(line) != TextFile::LineResult::Line)
+    if (!file.Open(path, CFile::modeRead | CFile::shareDenyNone) || file.ReadLine(line) != TextFile::LineResult::Line)
       return false;
   } catch (const CFileException&) {
     return false;

@@ -28,8 +28,7 @@ bool CBrindle::LabelsFree() {
 namespace {
 
 bool IsHeadWord(const TokenState& token) {
-  return (token.command == COMMAND_FUNCTION || token.command == COMMAND_SUB) &&
-         token.previousKind == TOKEN_DELIMITER;
+  return (token.command == COMMAND_FUNCTION || token.command == COMMAND_SUB) && token.previousKind == TOKEN_DELIMITER;
 }
 
 } // namespace

@@ -32,9 +32,9 @@ enum COMMAND_TYPE : int {
   COMMAND_NEXT = 7,
   COMMAND_TO = 8,
   COMMAND_GOTO = 9,
-  COMMAND_END_OF_LINE = 10, // no word: the end of a line
+  COMMAND_END_OF_LINE = 10,    // no word: the end of a line
   COMMAND_END_OF_PROGRAM = 11, // no word: the end of the text
-  COMMAND_GOSUB = 12, // no word leads here
+  COMMAND_GOSUB = 12,          // no word leads here
   COMMAND_RETURN = 13,
   COMMAND_END = 14, // "end" and "stop"
   COMMAND_ELSE = 15,
@@ -91,7 +91,7 @@ enum KEYWORD_TYPE : int {
   KEYWORD_STRING = 10,
   KEYWORD_UNICODE = 11,
   KEYWORD_CHAR_ALIAS = 12, // no word
-  KEYWORD_WORD = 13, // no word
+  KEYWORD_WORD = 13,       // no word
   KEYWORD_TITLE = 14,
   KEYWORD_CALLING = 15,
   KEYWORD_CONTROL = 16,

@@ -89,7 +89,7 @@ struct InterpreterState {
   unsigned timer = 0; // 0 when none runs
   CUserInterface* timerOwner = nullptr;
 
-  bool ticking = false; // while a handler of the timer runs
+  bool ticking = false;                   // while a handler of the timer runs
   std::vector<ScriptDialog*> openDialogs; // the last opened last
   FileTable files;
   FileFormatTable tables;

@@ -10,13 +10,13 @@
 namespace brindle {
 
 struct LocalTime {
-    int year = 1970;  // in full
-    int month = 1;    // 1 to 12
-    int day = 1;      // 1 to 31
-    int hour = 0;
-    int minute = 0;
-    int second = 0;   // 60 in a leap second
-    int weekday = 5;  // 1 is Sunday, 7 is Saturday
+  int year = 1970; // in full
+  int month = 1;   // 1 to 12
+  int day = 1;     // 1 to 31
+  int hour = 0;
+  int minute = 0;
+  int second = 0;  // 60 in a leap second
+  int weekday = 5; // 1 is Sunday, 7 is Saturday
 };
 
 [[nodiscard]] LocalTime Now();
@@ -26,4 +26,4 @@ struct LocalTime {
 
 void SleepMilliseconds(unsigned milliseconds);
 
-}  // namespace brindle
+} // namespace brindle

@@ -14,80 +14,80 @@
 // end of a file is not a failure.
 class CFileException {
 public:
-    enum Cause {
-        none = 0,
-        generic = 1,
-        fileNotFound = 2,
-        badPath = 3,
-        tooManyOpenFiles = 4,
-        accessDenied = 5,
-        invalidFile = 6,
-        badSeek = 9,
-        hardIO = 10,
-        diskFull = 13,
-    };
+  enum Cause {
+    none = 0,
+    generic = 1,
+    fileNotFound = 2,
+    badPath = 3,
+    tooManyOpenFiles = 4,
+    accessDenied = 5,
+    invalidFile = 6,
+    badSeek = 9,
+    hardIO = 10,
+    diskFull = 13,
+  };
 
-    CFileException() = default;
-    CFileException(Cause cause, int osError) : m_cause(cause), m_nOsError(osError) {}
+  CFileException() = default;
+  CFileException(Cause cause, int osError) : m_cause(cause), m_nOsError(osError) {}
 
-    // The cause that stands for an errno value.
-    [[nodiscard]] static CFileException FromOsError(int osError) noexcept;
+  // The cause that stands for an errno value.
+  [[nodiscard]] static CFileException FromOsError(int osError) noexcept;
 
-    Cause m_cause = none;
-    int m_nOsError = 0;
+  Cause m_cause = none;
+  int m_nOsError = 0;
 };
 
 class CFile {
 public:
-    enum OpenFlags : unsigned {
-        modeRead = 0x0000,
-        modeWrite = 0x0001,
-        modeReadWrite = 0x0002,
-        shareExclusive = 0x0010,
-        shareDenyNone = 0x0040,
-        modeCreate = 0x1000,
-        modeNoTruncate = 0x2000,
-    };
-    enum SeekPosition { begin, current, end };
+  enum OpenFlags : unsigned {
+    modeRead = 0x0000,
+    modeWrite = 0x0001,
+    modeReadWrite = 0x0002,
+    shareExclusive = 0x0010,
+    shareDenyNone = 0x0040,
+    modeCreate = 0x1000,
+    modeNoTruncate = 0x2000,
+  };
+  enum SeekPosition { begin, current, end };
 
-    CFile() = default;
-    CFile(CFile&& other) noexcept;
-    CFile& operator=(CFile&& other) noexcept;
-    CFile(const CFile&) = delete;
-    CFile& operator=(const CFile&) = delete;
-    ~CFile();
+  CFile() = default;
+  CFile(CFile&& other) noexcept;
+  CFile& operator=(CFile&& other) noexcept;
+  CFile(const CFile&) = delete;
+  CFile& operator=(const CFile&) = delete;
+  ~CFile();
 
-    // Closes what was open, then opens `path` (see brindle::ResolvePath). False when that fails; a folder never
-    // opens. modeCreate makes a missing file and empties an existing one, unless modeNoTruncate is given too.
-    // shareExclusive fails while another exclusive opening of the file, by any process, lasts; it is advisory:
-    // others can open the file all the same. Opening a pipe or device never waits for its other side.
-    [[nodiscard]] bool Open(std::u16string_view path, unsigned flags);
-    [[nodiscard]] bool IsOpen() const noexcept { return m_nDescriptor >= 0; }
+  // Closes what was open, then opens `path` (see brindle::ResolvePath). False when that fails; a folder never
+  // opens. modeCreate makes a missing file and empties an existing one, unless modeNoTruncate is given too.
+  // shareExclusive fails while another exclusive opening of the file, by any process, lasts; it is advisory:
+  // others can open the file all the same. Opening a pipe or device never waits for its other side.
+  [[nodiscard]] bool Open(std::u16string_view path, unsigned flags);
+  [[nodiscard]] bool IsOpen() const noexcept { return m_nDescriptor >= 0; }
 
-    // Fewer bytes than asked for only at the end of the file.
-    std::size_t Read(void* buffer, std::size_t count);
-    // Everything or an exception.
-    void Write(const void* buffer, std::size_t count);
+  // Fewer bytes than asked for only at the end of the file.
+  std::size_t Read(void* buffer, std::size_t count);
+  // Everything or an exception.
+  void Write(const void* buffer, std::size_t count);
 
-    // The new position, which may lie behind the end.
-    std::uint64_t Seek(std::int64_t offset, SeekPosition from);
-    [[nodiscard]] std::uint64_t GetPosition() const;
-    [[nodiscard]] std::uint64_t GetLength() const;
-    // The position stays as it is.
-    void SetLength(std::uint64_t length);
+  // The new position, which may lie behind the end.
+  std::uint64_t Seek(std::int64_t offset, SeekPosition from);
+  [[nodiscard]] std::uint64_t GetPosition() const;
+  [[nodiscard]] std::uint64_t GetLength() const;
+  // The position stays as it is.
+  void SetLength(std::uint64_t length);
 
-    // Waits until the contents are on the device: for data that must outlive a loss of power, not for every write.
-    void Flush();
-    void Close() noexcept;
+  // Waits until the contents are on the device: for data that must outlive a loss of power, not for every write.
+  void Flush();
+  void Close() noexcept;
 
-    // -1 when not open.
-    [[nodiscard]] int Descriptor() const noexcept { return m_nDescriptor; }
+  // -1 when not open.
+  [[nodiscard]] int Descriptor() const noexcept { return m_nDescriptor; }
 
-    // Deletes a file, never a folder; false when there is none or it is refused.
-    [[nodiscard]] static bool Remove(std::u16string_view path);
+  // Deletes a file, never a folder; false when there is none or it is refused.
+  [[nodiscard]] static bool Remove(std::u16string_view path);
 
 private:
-    int m_nDescriptor = -1;
+  int m_nDescriptor = -1;
 };
 
 namespace brindle {
@@ -96,4 +96,4 @@ namespace brindle {
 // fit into memory.
 [[nodiscard]] bool ReadWholeFile(std::u16string_view path, std::string& bytes, std::uint64_t limit);
 
-}  // namespace brindle
+} // namespace brindle

@@ -141,8 +141,7 @@ CString FormatFixed(double value) {
   if (std::isinf(value))
     return CString(value < 0 ? u"-inf" : u"inf");
   std::array<char, 330> buffer; // 309 digits, a sign, a point and six decimals at most
-  const auto result =
-      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, 6);
+  const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, 6);
   return FromAscii(buffer.data(), result.ptr);
 }
 
@@ -309,8 +308,7 @@ void AppendInteger(CString& out, const FormatDirective& directive, std::int64_t 
   const char16_t letter = directive.conversion;
   const bool isSigned = letter == u'd' || letter == u'i';
   const bool negative = isSigned && value < 0;
-  const std::uint64_t magnitude =
-      negative ? ~static_cast<std::uint64_t>(value) + 1 : static_cast<std::uint64_t>(value);
+  const std::uint64_t magnitude = negative ? ~static_cast<std::uint64_t>(value) + 1 : static_cast<std::uint64_t>(value);
   const int base = letter == u'o' ? 8 : letter == u'x' || letter == u'X' ? 16 : 10;
 
   std::array<char, 32> buffer;

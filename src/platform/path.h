@@ -30,4 +30,4 @@ namespace brindle {
 // The part up to and including the last separator; empty when there is none.
 [[nodiscard]] std::u16string_view DirectoryPart(std::u16string_view path) noexcept;
 
-}  // namespace brindle
+} // namespace brindle

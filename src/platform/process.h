@@ -15,4 +15,4 @@ namespace brindle {
 // the caller's streams carry the script's dialogue. A failure is silent.
 void StartFile(std::u16string_view path, std::u16string_view parameters);
 
-}  // namespace brindle
+} // namespace brindle

@@ -15,4 +15,4 @@ namespace brindle {
 inline constexpr std::size_t UnknownStackRemaining = std::size_t{1} << 20;
 [[nodiscard]] std::size_t RemainingStack() noexcept;
 
-}  // namespace brindle
+} // namespace brindle

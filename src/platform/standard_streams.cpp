@@ -98,8 +98,8 @@ bool StandardStreams::TakeLine(std::string& line) {
   return true;
 }
 
-StandardStreams::WaitResult
-StandardStreams::ReadLine(std::string& line, std::optional<std::chrono::steady_clock::time_point> deadline) {
+StandardStreams::WaitResult StandardStreams::ReadLine(std::string& line,
+                                                      std::optional<std::chrono::steady_clock::time_point> deadline) {
   Flush();
   while (!TakeLine(line)) {
     if (m_bEndOfInput)

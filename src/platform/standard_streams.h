@@ -30,14 +30,13 @@ public:
 
   enum class WaitResult { Line, EndOfInput, TimedOut };
   // A line without its end. Gives up at `deadline`, when there is one.
-  [[nodiscard]] WaitResult ReadLine(std::string& line,
-                                    std::optional<std::chrono::steady_clock::time_point> deadline);
+  [[nodiscard]] WaitResult ReadLine(std::string& line, std::optional<std::chrono::steady_clock::time_point> deadline);
 
 private:
   [[nodiscard]] bool TakeLine(std::string& line);
 
   std::string m_output;
-  std::string m_input; // read but not yet given out
+  std::string m_input;         // read but not yet given out
   std::size_t m_nSearched = 0; // how much of it is known to hold no line end
   int m_nTerminationPipe = -1;
   bool m_bOutputLost = false;

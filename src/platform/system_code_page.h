@@ -16,4 +16,4 @@ namespace brindle {
 // `systemName` is the name as iconv takes it. Null when it is unknown or no 8-bit page.
 [[nodiscard]] std::shared_ptr<const CodePage> FindSystemPage(const std::string& systemName);
 
-}  // namespace brindle
+} // namespace brindle

@@ -29,22 +29,22 @@ void CompleteTable(ByteTable& table) noexcept;
 
 class TablePage final : public CodePage {
 public:
-    // `table` must be complete.
-    TablePage(std::string_view name, const ByteTable& table);
+  // `table` must be complete.
+  TablePage(std::string_view name, const ByteTable& table);
 
-    void DecodeTo(std::string_view bytes, std::u16string& text) const override;
-    [[nodiscard]] std::size_t IncompleteTail(std::string_view bytes) const override;
-    [[nodiscard]] std::size_t BytesOfUnits(std::string_view bytes, std::size_t units) const override;
+  void DecodeTo(std::string_view bytes, std::u16string& text) const override;
+  [[nodiscard]] std::size_t IncompleteTail(std::string_view bytes) const override;
+  [[nodiscard]] std::size_t BytesOfUnits(std::string_view bytes, std::size_t units) const override;
 
 protected:
-    std::size_t EncodeTo(std::u16string_view text, std::size_t maxBytes, std::string& bytes) const override;
+  std::size_t EncodeTo(std::u16string_view text, std::size_t maxBytes, std::string& bytes) const override;
 
 private:
-    [[nodiscard]] char ByteOf(char32_t codePoint) const noexcept;
+  [[nodiscard]] char ByteOf(char32_t codePoint) const noexcept;
 
-    ByteTable m_table;
-    std::array<std::pair<char16_t, unsigned char>, 256> m_reverse;  // sorted by character
-    bool m_bAscii = true;                                           // false in EBCDIC pages
+  ByteTable m_table;
+  std::array<std::pair<char16_t, unsigned char>, 256> m_reverse; // sorted by character
+  bool m_bAscii = true;                                          // false in EBCDIC pages
 };
 
-}  // namespace brindle
+} // namespace brindle

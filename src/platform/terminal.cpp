@@ -7,10 +7,10 @@
 namespace brindle {
 
 bool IsTerminal(int descriptor) noexcept {
-    const int savedError = errno;
-    const bool terminal = isatty(descriptor) == 1;
-    errno = savedError;
-    return terminal;
+  const int savedError = errno;
+  const bool terminal = isatty(descriptor) == 1;
+  errno = savedError;
+  return terminal;
 }
 
-}  // namespace brindle
+} // namespace brindle

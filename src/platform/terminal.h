@@ -9,4 +9,4 @@ namespace brindle {
 
 [[nodiscard]] bool IsTerminal(int descriptor) noexcept;
 
-}  // namespace brindle
+} // namespace brindle

@@ -63,8 +63,7 @@ using brindle::detail::MakeBlock;
 
 CString::CString(const unsigned short* text) : m_pBlock(MakeBlock(text, LengthOf(text))) {}
 
-CString::CString(const char16_t* text)
-    : CString(text == nullptr ? std::u16string_view() : std::u16string_view(text)) {}
+CString::CString(const char16_t* text) : CString(text == nullptr ? std::u16string_view() : std::u16string_view(text)) {}
 
 CString::CString(const char* text) {
   if (text != nullptr)
@@ -399,13 +398,13 @@ void AppendDirective(CString& out, brindle::FormatDirective directive, std::va_l
   case u'o':
   case u'x':
   case u'X':
-    brindle::AppendInteger(out, directive,
-                           Shortened(directive,
-                                     static_cast<std::int64_t>(
-                                         directive.longs >= 2   ? va_arg(arguments, unsigned long long)
-                                         : directive.longs == 1 ? va_arg(arguments, unsigned long)
-                                                                : va_arg(arguments, unsigned)),
-                                     false));
+    brindle::AppendInteger(
+        out, directive,
+        Shortened(directive,
+                  static_cast<std::int64_t>(directive.longs >= 2   ? va_arg(arguments, unsigned long long)
+                                            : directive.longs == 1 ? va_arg(arguments, unsigned long)
+                                                                   : va_arg(arguments, unsigned)),
+                  false));
     break;
   case u'e':
   case u'E':

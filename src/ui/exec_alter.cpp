@@ -118,8 +118,8 @@ bool CBrindle::ExecAlterControl() {
     if (value.GetType() == BVT_NONE || !dialog->HasControl(id))
       return LeaveBlock(kErrorControlId, COMMAND_ENDALTER);
   }
-  for (NextBlockLine(); m_pState->token.command != COMMAND_ENDALTER &&
-                        m_pState->token.command != COMMAND_END_OF_PROGRAM;
+  for (NextBlockLine();
+       m_pState->token.command != COMMAND_ENDALTER && m_pState->token.command != COMMAND_END_OF_PROGRAM;
        NextBlockLine()) {
     if (const int error = AlterLine(*dialog, id))
       return LeaveBlock(error, COMMAND_ENDALTER);
@@ -130,8 +130,8 @@ bool CBrindle::ExecAlterControl() {
 // One line, its first word the current token. 0, or the number of the error.
 int CBrindle::AlterLine(ScriptDialog& dialog, int id) {
   const KEYWORD_TYPE keyword = m_pState->token.keyword;
-  const int operands = keyword == KEYWORD_CLEAR      ? 0
-                       : keyword == KEYWORD_POSITION ? 4
+  const int operands = keyword == KEYWORD_CLEAR                                 ? 0
+                       : keyword == KEYWORD_POSITION                            ? 4
                        : keyword == KEYWORD_FONT || keyword == KEYWORD_MENUITEM ? 2
                                                                                 : 1;
   Arguments args;

@@ -64,8 +64,8 @@ DialogRectangle RectangleOf(const CBasicVariableArray& args, int first) {
 
 } // namespace
 
-bool CBrindle::CreateItemTemplate(std::uint32_t style, const CBasicVariableArray& args, int id,
-                                  std::uint16_t classCode, std::vector<std::byte>& item) {
+bool CBrindle::CreateItemTemplate(std::uint32_t style, const CBasicVariableArray& args, int id, std::uint16_t classCode,
+                                  std::vector<std::byte>& item) {
   item = MakeDialogItem({.style = style,
                          .rectangle = RectangleOf(args, 2),
                          .id = static_cast<std::uint16_t>(id),
@@ -105,9 +105,8 @@ bool CBrindle::ExecControl(std::vector<std::byte>& item, int& id, CString& handl
                                          : IntegerOf(args[1]);
   id = static_cast<std::uint16_t>(id);
   handler = args.GetSize() > kControlParameters ? args[kControlParameters].GetStringValue() : CString();
-  return control->className.empty()
-             ? CreateItemTemplate(control->style, args, id, control->classCode, item)
-             : CreateItemTemplate(control->style, args, id, CString(control->className), item);
+  return control->className.empty() ? CreateItemTemplate(control->style, args, id, control->classCode, item)
+                                    : CreateItemTemplate(control->style, args, id, CString(control->className), item);
 }
 
 // The rest of the line as operands; what stands behind them is left. False when they are too few.
@@ -223,7 +222,8 @@ bool CBrindle::ExecPropertyPage(ScriptDialog& dialog) {
     return LeaveBlock(kErrorSyntax, COMMAND_ENDDIALOG);
   DialogHeader header;
   header.title = args[0].GetStringValue();
-  header.rectangle.width = static_cast<std::int16_t>(dialog.description.width > 0 ? dialog.description.width : kPageWidth);
+  header.rectangle.width =
+      static_cast<std::int16_t>(dialog.description.width > 0 ? dialog.description.width : kPageWidth);
   header.rectangle.height =
       static_cast<std::int16_t>(dialog.description.height > 0 ? dialog.description.height : kPageHeight);
   dialog.pages.emplace_back();
@@ -262,8 +262,8 @@ bool CBrindle::RunDialog(ScriptDialog& dialog) {
                      throw;
                  });
   if (dialog.ReadTemplates())
-    dialog.window = CallUserInterface(
-        [&] { return GetUserInterface().CreateDialogWindow(dialog.description, dialog); });
+    dialog.window =
+        CallUserInterface([&] { return GetUserInterface().CreateDialogWindow(dialog.description, dialog); });
   if (dialog.window == nullptr)
     return Fail(kErrorDialogCreating);
 

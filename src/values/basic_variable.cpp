@@ -12,7 +12,8 @@ constexpr int kRedimLimit = 16000; // the first size that Redim no longer takes
 
 } // namespace
 
-CBasicVariable::ItemList::ItemList(ItemList&& other) noexcept : m_nCount(other.m_nCount), m_nCapacity(other.m_nCapacity) {
+CBasicVariable::ItemList::ItemList(ItemList&& other) noexcept
+    : m_nCount(other.m_nCount), m_nCapacity(other.m_nCapacity) {
   if (m_nCapacity == 1) {
     std::construct_at(&m_first, std::move(other.m_first));
   } else {
@@ -86,8 +87,8 @@ CBasicVariable::CBasicVariable(const CBasicVariable& other)
 }
 
 CBasicVariable::CBasicVariable(CBasicVariable&& other) noexcept
-    : m_userData(other.m_userData), m_items(std::move(other.m_items)),
-      m_nCurIndex(std::exchange(other.m_nCurIndex, 0)), m_pExtra(std::move(other.m_pExtra)) {}
+    : m_userData(other.m_userData), m_items(std::move(other.m_items)), m_nCurIndex(std::exchange(other.m_nCurIndex, 0)),
+      m_pExtra(std::move(other.m_pExtra)) {}
 
 CBasicVariable::~CBasicVariable() = default;
 

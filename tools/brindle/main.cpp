@@ -1,9 +1,9 @@
 // The command-line runner: runs one script file on the console.
 #include <brindle/brindle.h>
 
+#include "encrypt_command.h"
 #include "platform/code_page.h"
 #include "platform/path.h"
-#include "encrypt_command.h"
 
 #include <CLI/CLI.hpp>
 

@@ -115,10 +115,10 @@ std::string ConsoleDialog::Form() const {
             (ownsText && !control.text.IsEmpty() ? " " + control.text.ToUtf8() : std::string()) +
             (control.enabled ? "" : " (disabled)") + "\n";
     for (std::size_t i = 0; i < control.items.size(); ++i) {
-      const bool selected = std::find(control.selection.begin(), control.selection.end(), static_cast<int>(i)) !=
-                            control.selection.end();
-      form += std::string("      ") + (selected ? "* " : "  ") + std::to_string(i) + ": " +
-              control.items[i].ToUtf8() + "\n";
+      const bool selected =
+          std::find(control.selection.begin(), control.selection.end(), static_cast<int>(i)) != control.selection.end();
+      form += std::string("      ") + (selected ? "* " : "  ") + std::to_string(i) + ": " + control.items[i].ToUtf8() +
+              "\n";
     }
     form += Entries(control.menu);
   }

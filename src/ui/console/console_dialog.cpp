@@ -145,9 +145,8 @@ int ConsoleDialog::GetItemCount(int id) const {
 
 CString ConsoleDialog::GetItemText(int id, int index) const {
   const Control* control = Find(id);
-  return control != nullptr && index >= 0 && index < GetItemCount(id)
-             ? control->items[static_cast<std::size_t>(index)]
-             : CString();
+  return control != nullptr && index >= 0 && index < GetItemCount(id) ? control->items[static_cast<std::size_t>(index)]
+                                                                      : CString();
 }
 
 std::vector<int> ConsoleDialog::GetSelection(int id) const {

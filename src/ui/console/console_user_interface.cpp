@@ -120,7 +120,8 @@ int CConsoleUserInterface::ShowPopupMenu(const CStringArray& entries) {
     if (!answer)
       return -1;
     const std::string digits = answer->ToUtf8();
-    const bool isNumber = !digits.empty() && digits.size() < 7 && digits.find_first_not_of("0123456789") == std::string::npos;
+    const bool isNumber =
+        !digits.empty() && digits.size() < 7 && digits.find_first_not_of("0123456789") == std::string::npos;
     const int index = isNumber ? std::stoi(digits) : -1;
     if (digits.empty() || digits == "-1")
       return -1;

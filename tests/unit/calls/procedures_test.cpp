@@ -150,18 +150,22 @@ TEST_F(ProceduresTest, stop_inside_a_procedure_finishes_the_statement_and_ends_t
   };
   const Row rows[] = {
       {"call", "call f() : print \"no\"\nend\nsub f()\nprint \"f\"\nstop\nprint \"no\"\nendsub\n", "f\n"},
-      {"print", "print \"a\"; f() + \"x\"; \"b\"\nprint \"no\"\nend\nfunction f()\nf = \"f\"\nend\nprint \"no\"\nendfunction\n",
+      {"print",
+       "print \"a\"; f() + \"x\"; \"b\"\nprint \"no\"\nend\nfunction f()\nf = \"f\"\nend\nprint \"no\"\nendfunction\n",
        "afxb\n"},
       {"a result that was never given", "print \"a\"; f(); \"b\"\nprint \"no\"\nend\nfunction f()\nend\nendfunction\n",
        "ab\n"},
-      {"a second call in the statement", "print f() + g()\nend\nfunction f()\nf = \"f\"\nend\nendfunction\n"
-                                         "function g()\nfor i = 1 to 3\ng = \"g\" + str(int(i))\nnext\nendfunction\n",
+      {"a second call in the statement",
+       "print f() + g()\nend\nfunction f()\nf = \"f\"\nend\nendfunction\n"
+       "function g()\nfor i = 1 to 3\ng = \"g\" + str(int(i))\nnext\nendfunction\n",
        "fg3\n"},
-      {"nested", "x = \"x\"\nx = f()\nprint \"no\"\nend\nfunction f()\nf = g()\nprint \"no\"\nendfunction\n"
-                 "function g()\ng = \"g\"\nstop\nendfunction\n",
+      {"nested",
+       "x = \"x\"\nx = f()\nprint \"no\"\nend\nfunction f()\nf = g()\nprint \"no\"\nendfunction\n"
+       "function g()\ng = \"g\"\nstop\nendfunction\n",
        ""},
-      {"inside a loop", "for i = 1 to 3\nprint \"once\"\ncall f()\nnext\nprint \"no\"\nend\nsub f()\ndo while 1 = 1\n"
-                        "end\nloop\nendsub\n",
+      {"inside a loop",
+       "for i = 1 to 3\nprint \"once\"\ncall f()\nnext\nprint \"no\"\nend\nsub f()\ndo while 1 = 1\n"
+       "end\nloop\nendsub\n",
        "once\n"},
   };
   for (const Row& row : rows) {

@@ -30,7 +30,7 @@ TEST(Angles, radians_become_packed_degrees_minutes_and_seconds) {
                       {Radians(370), 10},
                       {Radians(720, 30), 0.30},
                       {-Radians(370, 15), -10.15}};
-  for (const Row &row : rows)
+  for (const Row& row : rows)
     EXPECT_NEAR(RadiansToPacked(row.radians), row.packed, 1e-9) << row.radians;
 }
 
@@ -60,7 +60,7 @@ TEST(Angles, packed_degrees_become_radians) {
                       {90, Radians(90)},          {359.5959, Radians(359, 59, 59)},
                       {-12.30, -Radians(12, 30)}, {-90, -Radians(90)},
                       {370.15, Radians(10, 15)},  {-370.15, -Radians(10, 15)}};
-  for (const Row &row : rows)
+  for (const Row& row : rows)
     EXPECT_NEAR(PackedToRadians(row.packed), row.radians, 1e-11) << row.packed;
 }
 

@@ -28,11 +28,20 @@ TEST_F(ArithmeticFunctionsTest, doubles) {
     double expected;
   };
   const Row rows[] = {
-      {FUNCTION_SIN, 1, std::sin(1.0)},    {FUNCTION_COS, 1, std::cos(1.0)},     {FUNCTION_TAN, 1, std::tan(1.0)},
-      {FUNCTION_ASIN, 0.5, std::asin(0.5)}, {FUNCTION_ACOS, 0.5, std::acos(0.5)}, {FUNCTION_ATAN, 1, std::atan(1.0)},
-      {FUNCTION_SQR, 2, std::sqrt(2.0)},   {FUNCTION_LOG, 2, std::log(2.0)},     {FUNCTION_LOG10, 1000, 3},
-      {FUNCTION_LOG2, 8, std::log(8.0) / std::log(2.0)}, {FUNCTION_ABS, -2.5, 2.5}, {FUNCTION_ABS, 0, 0},
-      {FUNCTION_RAD2DMS, 0, 0},            {FUNCTION_DMS2RAD, 0, 0},
+      {FUNCTION_SIN, 1, std::sin(1.0)},
+      {FUNCTION_COS, 1, std::cos(1.0)},
+      {FUNCTION_TAN, 1, std::tan(1.0)},
+      {FUNCTION_ASIN, 0.5, std::asin(0.5)},
+      {FUNCTION_ACOS, 0.5, std::acos(0.5)},
+      {FUNCTION_ATAN, 1, std::atan(1.0)},
+      {FUNCTION_SQR, 2, std::sqrt(2.0)},
+      {FUNCTION_LOG, 2, std::log(2.0)},
+      {FUNCTION_LOG10, 1000, 3},
+      {FUNCTION_LOG2, 8, std::log(8.0) / std::log(2.0)},
+      {FUNCTION_ABS, -2.5, 2.5},
+      {FUNCTION_ABS, 0, 0},
+      {FUNCTION_RAD2DMS, 0, 0},
+      {FUNCTION_DMS2RAD, 0, 0},
   };
   for (const Row& row : rows) {
     CBasicVariableArray arguments = Arguments({row.argument});
@@ -44,9 +53,9 @@ TEST_F(ArithmeticFunctionsTest, doubles) {
 }
 
 TEST_F(ArithmeticFunctionsTest, faults_of_mathematics_are_values) {
-  const std::pair<FUNCTION_TYPE, double> rows[] = {
-      {FUNCTION_SQR, -1}, {FUNCTION_LOG, -1}, {FUNCTION_LOG2, -1}, {FUNCTION_LOG10, -1},
-      {FUNCTION_ASIN, 2}, {FUNCTION_ACOS, 2}, {FUNCTION_SIN, kInfinity}};
+  const std::pair<FUNCTION_TYPE, double> rows[] = {{FUNCTION_SQR, -1},       {FUNCTION_LOG, -1}, {FUNCTION_LOG2, -1},
+                                                   {FUNCTION_LOG10, -1},     {FUNCTION_ASIN, 2}, {FUNCTION_ACOS, 2},
+                                                   {FUNCTION_SIN, kInfinity}};
   for (const auto& [type, argument] : rows) {
     CBasicVariableArray arguments = Arguments({argument});
     CBasicVariable result;
@@ -85,8 +94,8 @@ TEST_F(ArithmeticFunctionsTest, integers) {
     CBasicVariableArray arguments = Arguments({row.argument});
     CBasicVariable result;
     EXPECT_TRUE(Access::ExecArithmetics(Interpreter(), result, arguments, row.type));
-    EXPECT_EQ(result.GetStringValue().ToUtf8(), row.expected) << row.type << " of "
-                                                               << row.argument.GetStringValue().ToUtf8();
+    EXPECT_EQ(result.GetStringValue().ToUtf8(), row.expected)
+        << row.type << " of " << row.argument.GetStringValue().ToUtf8();
   }
 }
 
@@ -97,9 +106,9 @@ TEST_F(ArithmeticFunctionsTest, max_and_min_give_doubles) {
     const char* expected;
   };
   const Row rows[] = {
-      {FUNCTION_MAX, {3, 7, 5}, "7.000000"}, {FUNCTION_MIN, {3, 7, 5}, "3.000000"},
-      {FUNCTION_MAX, {-1, -2}, "-1.000000"}, {FUNCTION_MIN, {u"4", u"3x"}, "3.000000"},
-      {FUNCTION_MAX, {kNan, 1}, "nan"},      {FUNCTION_MAX, {1, kNan}, "1.000000"},
+      {FUNCTION_MAX, {3, 7, 5}, "7.000000"},      {FUNCTION_MIN, {3, 7, 5}, "3.000000"},
+      {FUNCTION_MAX, {-1, -2}, "-1.000000"},      {FUNCTION_MIN, {u"4", u"3x"}, "3.000000"},
+      {FUNCTION_MAX, {kNan, 1}, "nan"},           {FUNCTION_MAX, {1, kNan}, "1.000000"},
       {FUNCTION_MIN, {1, kInfinity}, "1.000000"},
   };
   for (const Row& row : rows) {
@@ -129,8 +138,8 @@ TEST_F(ArithmeticFunctionsTest, without_an_argument_the_result_is_0_without_a_me
 
 TEST_F(ArithmeticFunctionsTest, ubound_counts_items_of_a_named_variable) {
   Run("dim a[5]\ndim unset\nscalar = 1\nletters = \"a\"\n");
-  const std::pair<const char16_t*, int> rows[] = {{u"a", 5}, {u"A", 5}, {u"unset", 0}, {u"scalar", 1},
-                                                  {u"letters", 1}, {u"nobody", 0}, {u"", 0}, {u"True", 1}};
+  const std::pair<const char16_t*, int> rows[] = {{u"a", 5},       {u"A", 5},      {u"unset", 0}, {u"scalar", 1},
+                                                  {u"letters", 1}, {u"nobody", 0}, {u"", 0},      {u"True", 1}};
   for (const auto& [name, expected] : rows) {
     CBasicVariableArray arguments = Arguments({name});
     CBasicVariable result;

@@ -90,10 +90,10 @@ TEST_F(StringFunctionsTest, results) {
 }
 
 TEST_F(StringFunctionsTest, a_path_without_its_part_leaves_the_result_alone) {
-  const std::pair<FUNCTION_TYPE, const char16_t*> rows[] = {
-      {FUNCTION_GETPATH, u"file"},   {FUNCTION_GETPATH, u"\\file"}, {FUNCTION_GETPATH, u""},
-      {FUNCTION_GETPATH, u"a/file"}, {FUNCTION_GETNAME, u"file"},   {FUNCTION_GETNAME, u"dir\\"},
-      {FUNCTION_GETNAME, u""},       {FUNCTION_GETNAME, u"a/file"}};
+  const std::pair<FUNCTION_TYPE, const char16_t*> rows[] = {{FUNCTION_GETPATH, u"file"}, {FUNCTION_GETPATH, u"\\file"},
+                                                            {FUNCTION_GETPATH, u""},     {FUNCTION_GETPATH, u"a/file"},
+                                                            {FUNCTION_GETNAME, u"file"}, {FUNCTION_GETNAME, u"dir\\"},
+                                                            {FUNCTION_GETNAME, u""},     {FUNCTION_GETNAME, u"a/file"}};
   for (const auto& [type, path] : rows) {
     CBasicVariableArray arguments = Arguments({path});
     CBasicVariable result(u"as before");
@@ -109,11 +109,11 @@ TEST_F(StringFunctionsTest, a_wrong_count_reports_24_and_leaves_the_result_alone
     std::vector<int> taken;
   };
   const Count rows[] = {
-      {FUNCTION_LEN, {0}, {1, 2}},        {FUNCTION_LEFT, {0, 1, 3}, {2}},   {FUNCTION_RIGHT, {0, 1, 3}, {2}},
-      {FUNCTION_MID, {0, 1, 2, 4}, {3}},  {FUNCTION_INSTR, {0, 1, 3}, {2}},  {FUNCTION_LCASE, {0}, {1, 2}},
-      {FUNCTION_UCASE, {0}, {1, 2}},      {FUNCTION_REPLACE, {0, 1, 2, 4}, {3}}, {FUNCTION_VAL, {0}, {1, 2}},
-      {FUNCTION_STR, {0}, {1, 2}},        {FUNCTION_REPEAT, {0, 1}, {2, 3}}, {FUNCTION_FORMAT, {0, 1, 3}, {2}},
-      {FUNCTION_GETPATH, {0}, {1, 2}},    {FUNCTION_GETNAME, {0}, {1, 2}},
+      {FUNCTION_LEN, {0}, {1, 2}},       {FUNCTION_LEFT, {0, 1, 3}, {2}},       {FUNCTION_RIGHT, {0, 1, 3}, {2}},
+      {FUNCTION_MID, {0, 1, 2, 4}, {3}}, {FUNCTION_INSTR, {0, 1, 3}, {2}},      {FUNCTION_LCASE, {0}, {1, 2}},
+      {FUNCTION_UCASE, {0}, {1, 2}},     {FUNCTION_REPLACE, {0, 1, 2, 4}, {3}}, {FUNCTION_VAL, {0}, {1, 2}},
+      {FUNCTION_STR, {0}, {1, 2}},       {FUNCTION_REPEAT, {0, 1}, {2, 3}},     {FUNCTION_FORMAT, {0, 1, 3}, {2}},
+      {FUNCTION_GETPATH, {0}, {1, 2}},   {FUNCTION_GETNAME, {0}, {1, 2}},
   };
   const auto ones = [](int count) { return Arguments(Values(static_cast<std::size_t>(count), CBasicVariable(u"1"))); };
   for (const Count& row : rows) {

@@ -43,7 +43,7 @@ TEST(VariableSlot, takes_and_gives_scalars_of_every_kind) {
   CBasicVariable objectValue;
   objectValue.SetValue(&object);
   const CBasicVariable values[] = {CBasicVariable(), 5, 2.5, true, u"text", objectValue};
-  for (const CBasicVariable &value : values) {
+  for (const CBasicVariable& value : values) {
     VariableSlot slot;
     slot.SetWhole(value);
     EXPECT_TRUE(slot.IsDefined());
@@ -121,7 +121,7 @@ TEST(VariableSlot, array_makes_room_for_the_current_item_of_another) {
 TEST(VariableSlot, boxed_variable_keeps_its_address_and_its_value) {
   VariableSlot slot;
   slot.SetItem(CBasicVariable(u"text"));
-  CBasicVariable *variable = slot.Box();
+  CBasicVariable* variable = slot.Box();
   ASSERT_NE(variable, nullptr);
   EXPECT_EQ(variable->GetStringValue(), u"text");
   EXPECT_EQ(slot.Box(), variable);

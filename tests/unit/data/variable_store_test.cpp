@@ -13,19 +13,19 @@ namespace {
 
 class Store : public ::testing::Test {
 protected:
-  NameRef Name(const char16_t *spelling) { return m_store.Ref(CString(spelling)); }
-  void SetLocal(const char16_t *name, int level, const CBasicVariable &value) {
+  NameRef Name(const char16_t* spelling) { return m_store.Ref(CString(spelling)); }
+  void SetLocal(const char16_t* name, int level, const CBasicVariable& value) {
     m_store.Make(Name(name), level, false).SetWhole(value);
   }
-  void SetGlobal(const char16_t *name, const CBasicVariable &value) {
+  void SetGlobal(const char16_t* name, const CBasicVariable& value) {
     m_store.Make(Name(name), 1, true).SetWhole(value);
   }
   // The text of what a name finds, "-" for nothing.
-  std::string Text(const char16_t *name, int level) {
-    const VariableSlot *slot = m_store.Find(Name(name), level);
+  std::string Text(const char16_t* name, int level) {
+    const VariableSlot* slot = m_store.Find(Name(name), level);
     return slot == nullptr ? "-" : slot->CurrentItem().GetStringValue().ToUtf8();
   }
-  std::string Key(const char16_t *name, int level) { return m_store.KeyOf(Name(name), level).ToUtf8(); }
+  std::string Key(const char16_t* name, int level) { return m_store.KeyOf(Name(name), level).ToUtf8(); }
 
   VariableStore m_store;
 };
@@ -122,7 +122,7 @@ TEST_F(Store, local_whose_name_looks_like_a_key_is_one_of_its_own) {
 
 TEST_F(Store, marks_that_no_key_would_have_name_no_level) {
   SetLocal(u"x", 1, 1);
-  for (const char16_t *name : {u"x__#01", u"x__#", u"x__#1a", u"x__#-1", u"x__#99999999999", u"__#1"})
+  for (const char16_t* name : {u"x__#01", u"x__#", u"x__#1a", u"x__#-1", u"x__#99999999999", u"__#1"})
     EXPECT_EQ(Text(name, 1), "-") << CString(name).ToUtf8();
 }
 
@@ -215,11 +215,10 @@ TEST_F(Store, places_of_objects_are_those_of_the_level_and_deeper) {
   SetGlobal(u"h__#7", value);
   EXPECT_TRUE(m_store.PlacesOfObjects(1).empty()); // nobody has said that there are any
   m_store.NoteObjects();
-  const auto has = [this](int level, const char16_t *name, int nameLevel) {
+  const auto has = [this](int level, const char16_t* name, int nameLevel) {
     const auto places = m_store.PlacesOfObjects(level);
-    return std::any_of(places.begin(), places.end(), [&](const auto &place) {
-      return m_store.At(place) == m_store.Find(Name(name), nameLevel);
-    });
+    return std::any_of(places.begin(), places.end(),
+                       [&](const auto& place) { return m_store.At(place) == m_store.Find(Name(name), nameLevel); });
   };
   EXPECT_EQ(m_store.PlacesOfObjects(2).size(), 3U);
   EXPECT_FALSE(has(2, u"a", 1));
@@ -249,7 +248,7 @@ TEST_F(Store, end_of_the_store_releases_objects) {
 TEST_F(Store, place_of_a_slot_stays_while_none_is_created) {
   SetLocal(u"a", 1, 1);
   SetLocal(u"b", 1, 2);
-  const VariableSlot *place = m_store.Find(Name(u"a"), 1);
+  const VariableSlot* place = m_store.Find(Name(u"a"), 1);
   EXPECT_EQ(Text(u"unknown", 1), "-");
   m_store.Find(Name(u"b"), 1)->SetWhole(CBasicVariable(u"text"));
   m_store.Undefine(Name(u"b"), 1);
@@ -259,8 +258,8 @@ TEST_F(Store, place_of_a_slot_stays_while_none_is_created) {
 TEST_F(Store, boxed_variable_stays_where_it_is_while_others_are_created) {
   SetLocal(u"a", 1, 1);
   SetGlobal(u"g", 1);
-  CBasicVariable *const local = m_store.Find(Name(u"a"), 1)->Box();
-  CBasicVariable *const global = m_store.Find(Name(u"g"), 1)->Box();
+  CBasicVariable* const local = m_store.Find(Name(u"a"), 1)->Box();
+  CBasicVariable* const global = m_store.Find(Name(u"g"), 1)->Box();
   for (int i = 0; i < 500; ++i) {
     CString name;
     name.Format(u"other%d", i);

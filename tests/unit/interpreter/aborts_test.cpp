@@ -31,18 +31,18 @@ TEST_F(AbortsTest, every_depth_is_left) {
 
 TEST_F(AbortsTest, every_place_of_a_call_is_left) {
   const char* const statements[] = {
-      "x = f(1, g(2, h))",          // an argument that is not there
-      "call f(1, f(2, next(",       // a list that never ends
-      "x = left(\"a\", nope(1))",   // an undefined function in a built-in's argument
-      "x = f(1)",                   // too few arguments
-      "x = noresult(a, b)",         // no return value
-      "call endless(1)",            // no end of the body
-      "call malformed(1)",          // no parameter list
-      "print f(1, 2); f(3",         // a print list
-      "dim a[f(1, fail(2))]",       // a size
-      "a[fail(0)] = 1",             // an index
-      "if f(1, fail(2)) = 1 then",  // a condition
-      "for i = 1 to fail(3)",       // an end value
+      "x = f(1, g(2, h))",         // an argument that is not there
+      "call f(1, f(2, next(",      // a list that never ends
+      "x = left(\"a\", nope(1))",  // an undefined function in a built-in's argument
+      "x = f(1)",                  // too few arguments
+      "x = noresult(a, b)",        // no return value
+      "call endless(1)",           // no end of the body
+      "call malformed(1)",         // no parameter list
+      "print f(1, 2); f(3",        // a print list
+      "dim a[f(1, fail(2))]",      // a size
+      "a[fail(0)] = 1",            // an index
+      "if f(1, fail(2)) = 1 then", // a condition
+      "for i = 1 to fail(3)",      // an end value
       "open str(fail(1)) as fail(2)",
       "x = ((((fail(1)))))",
       "x = 1 + 2 * fail(1) ^ 2",
@@ -67,7 +67,8 @@ TEST_F(AbortsTest, loops_of_the_main_program_stay_on_the_control_stack) {
 }
 
 TEST_F(AbortsTest, after_an_abort_variables_are_those_of_the_main_program) {
-  Run("x = \"main\"\ncall deep(3)\nend\nsub deep(n)\nx = \"deep\"\nif n = 0 then next\nendif\ncall deep(n - 1)\nendsub\n");
+  Run("x = \"main\"\ncall deep(3)\nend\nsub deep(n)\nx = \"deep\"\nif n = 0 then next\nendif\ncall deep(n - "
+      "1)\nendsub\n");
   EXPECT_EQ(TextOf(u"x"), "main");
 }
 

@@ -22,8 +22,7 @@ TEST_F(CompositionTest, a_library_is_appended_with_a_line_end) {
 
 TEST_F(CompositionTest, a_library_named_twice_is_appended_once) {
   m_folder.Write("lib.bas", "x = 2");
-  EXPECT_EQ(Composed("library \"lib.bas\"\nlibrary \"lib.bas\""),
-            u"library \"lib.bas\"\nlibrary \"lib.bas\"\nx = 2\n");
+  EXPECT_EQ(Composed("library \"lib.bas\"\nlibrary \"lib.bas\""), u"library \"lib.bas\"\nlibrary \"lib.bas\"\nx = 2\n");
 }
 
 TEST_F(CompositionTest, an_include_is_appended_once_and_inserted_behind_its_line) {

@@ -50,8 +50,8 @@ struct Skip {
   COMMAND_TYPE open;
   COMMAND_TYPE close;
   COMMAND_TYPE middle;
-  int lastCommand;      // the word that it stopped on
-  std::uint32_t end;    // the position behind it
+  int lastCommand;   // the word that it stopped on
+  std::uint32_t end; // the position behind it
 };
 
 const Skip kSkips[] = {
@@ -59,7 +59,8 @@ const Skip kSkips[] = {
     {"to else", u"x else y endif", COMMAND_IF, COMMAND_ENDIF, COMMAND_ELSE, COMMAND_ELSE, 6},
     {"past an else without a middle", u"else y endif", COMMAND_IF, COMMAND_ENDIF, COMMAND_NONE, COMMAND_ENDIF, 12},
     {"over a nested if", u"if a then b else c endif else", COMMAND_IF, COMMAND_ENDIF, COMMAND_ELSE, COMMAND_ELSE, 29},
-    {"over nested loops", u"for i\nfor j\nnext\nnext\nnext z", COMMAND_FOR, COMMAND_NEXT, COMMAND_NONE, COMMAND_NEXT, 26},
+    {"over nested loops", u"for i\nfor j\nnext\nnext\nnext z", COMMAND_FOR, COMMAND_NEXT, COMMAND_NONE, COMMAND_NEXT,
+     26},
     {"words of other pairs do not count", u"for loop do next endif", COMMAND_IF, COMMAND_ENDIF, COMMAND_ELSE,
      COMMAND_ENDIF, 22},
     {"to the end of the program", u"x y z", COMMAND_IF, COMMAND_ENDIF, COMMAND_ELSE, COMMAND_END_OF_PROGRAM, 5},
@@ -68,12 +69,12 @@ const Skip kSkips[] = {
     {"words in texts do not count", u"\"endif\" endif", COMMAND_IF, COMMAND_ENDIF, COMMAND_ELSE, COMMAND_ENDIF, 13},
     {"words in comments do not count", u"# endif\nendif", COMMAND_IF, COMMAND_ENDIF, COMMAND_ELSE, COMMAND_ENDIF, 13},
     {"words behind rem do not count", u"rem endif\nendif", COMMAND_IF, COMMAND_ENDIF, COMMAND_ELSE, COMMAND_ENDIF, 15},
-    {"the for of an open starts no loop", u"open \"x\" for append as 1\nnext", COMMAND_FOR, COMMAND_NEXT,
-     COMMAND_NONE, COMMAND_NEXT, 29},
+    {"the for of an open starts no loop", u"open \"x\" for append as 1\nnext", COMMAND_FOR, COMMAND_NEXT, COMMAND_NONE,
+     COMMAND_NEXT, 29},
     {"a for behind an open's statement does", u"open \"x\" as 1 : for i = 1 to 2\nnext\nnext", COMMAND_FOR,
      COMMAND_NEXT, COMMAND_NONE, COMMAND_NEXT, 40},
-    {"a for on the line behind an open does", u"open \"x\" as 1\nfor i = 1 to 2\nnext\nnext", COMMAND_FOR,
-     COMMAND_NEXT, COMMAND_NONE, COMMAND_NEXT, 38},
+    {"a for on the line behind an open does", u"open \"x\" as 1\nfor i = 1 to 2\nnext\nnext", COMMAND_FOR, COMMAND_NEXT,
+     COMMAND_NONE, COMMAND_NEXT, 38},
     {"characters of no token are stepped over", u"_ . \\ endif", COMMAND_IF, COMMAND_ENDIF, COMMAND_ELSE, COMMAND_ENDIF,
      11},
     {"labels do not count", u"endif: endif", COMMAND_IF, COMMAND_ENDIF, COMMAND_ELSE, COMMAND_ENDIF, 12},

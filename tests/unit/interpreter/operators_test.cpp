@@ -28,11 +28,11 @@ TEST_F(OperatorsTest, comparison_operators_have_their_codes) {
     std::uint32_t end; // how far it is read
   };
   const Row rows[] = {
-      {u"= b", 1, 1},  {u"== b", 1, 2}, {u"< b", 3, 1},  {u"> b", 2, 1},  {u"<> b", 4, 2}, {u"!= b", 4, 2},
-      {u"<= b", 6, 2}, {u"=> b", 5, 2}, {u"~~ b", 7, 2}, {u">= b", 0, 2}, {u"=< b", 0, 2}, {u"! b", 0, 1},
-      {u"~ b", 0, 1},  {u">> b", 0, 2}, {u"<< b", 0, 2}, {u">< b", 0, 2}, {u"!! b", 0, 2}, {u"=! b", 0, 2},
-      {u"~= b", 0, 2}, {u"=~ b", 0, 2}, {u"+ b", 0, 1},  {u"=-1", 1, 1},  {u"=(b", 1, 1},  {u"<-1", 3, 1},
-      {u"= = b", 1, 3}, {u"< > b", 4, 3}, {u"=\"b\"", 1, 1}, {u"=", 1, 1}, {u"<\n", 3, 1},
+      {u"= b", 1, 1},   {u"== b", 1, 2},  {u"< b", 3, 1},    {u"> b", 2, 1},  {u"<> b", 4, 2}, {u"!= b", 4, 2},
+      {u"<= b", 6, 2},  {u"=> b", 5, 2},  {u"~~ b", 7, 2},   {u">= b", 0, 2}, {u"=< b", 0, 2}, {u"! b", 0, 1},
+      {u"~ b", 0, 1},   {u">> b", 0, 2},  {u"<< b", 0, 2},   {u">< b", 0, 2}, {u"!! b", 0, 2}, {u"=! b", 0, 2},
+      {u"~= b", 0, 2},  {u"=~ b", 0, 2},  {u"+ b", 0, 1},    {u"=-1", 1, 1},  {u"=(b", 1, 1},  {u"<-1", 3, 1},
+      {u"= = b", 1, 3}, {u"< > b", 4, 3}, {u"=\"b\"", 1, 1}, {u"=", 1, 1},    {u"<\n", 3, 1},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(CString(row.text).ToUtf8());
@@ -159,12 +159,29 @@ TEST_F(OperatorsTest, a_condition_is_one_comparison) {
     bool expected;
   };
   const Row rows[] = {
-      {u"1 = 1", true},          {u"1 == 1", true},           {u"1 <> 1", false},          {u"1 != 2", true},
-      {u"1 < 2", true},          {u"2 > 2", false},           {u"2 => 2", true},           {u"2 <= 1", false},
-      {u"0.1+0.2 ~~ 0.3", true}, {u"0.1+0.2 = 0.3", false},   {u"1 ~~ 1.00000000001", false}, {u"1 = \"1\"", true},
-      {u"\"abc\" ~~ \"b\"", true}, {u"\"abc\" ~~ \"B\"", false}, {u"\"a\" = \"A\"", false}, {u"\"a\" < \"ab\"", true},
-      {u"\"a\" => \"a\"", true}, {u"\"a\" <= \"a\"", true},   {u"\"a\" > \"a\"", false},   {u"\"Z\" < \"a\"", true},
-      {u"\"1\" = 1", false},     {u"Nothing = 0", false},     {u"Nothing = Nothing", false},
+      {u"1 = 1", true},
+      {u"1 == 1", true},
+      {u"1 <> 1", false},
+      {u"1 != 2", true},
+      {u"1 < 2", true},
+      {u"2 > 2", false},
+      {u"2 => 2", true},
+      {u"2 <= 1", false},
+      {u"0.1+0.2 ~~ 0.3", true},
+      {u"0.1+0.2 = 0.3", false},
+      {u"1 ~~ 1.00000000001", false},
+      {u"1 = \"1\"", true},
+      {u"\"abc\" ~~ \"b\"", true},
+      {u"\"abc\" ~~ \"B\"", false},
+      {u"\"a\" = \"A\"", false},
+      {u"\"a\" < \"ab\"", true},
+      {u"\"a\" => \"a\"", true},
+      {u"\"a\" <= \"a\"", true},
+      {u"\"a\" > \"a\"", false},
+      {u"\"Z\" < \"a\"", true},
+      {u"\"1\" = 1", false},
+      {u"Nothing = 0", false},
+      {u"Nothing = Nothing", false},
   };
   for (const Row& row : rows) {
     SetText(row.text);
@@ -187,9 +204,9 @@ TEST_F(OperatorsTest, an_expression_gives_the_token_behind_it_back) {
     const char16_t* next;
   };
   const Row rows[] = {
-      {u"1+2*3 then", 7, u"then"}, {u"2^2^3,", 256, u","},      {u"-2^2)", 4, u")"},    {u"(1+2)*3 # x", 9, u""},
-      {u"8/4/2 print", 1, u"print"}, {u"10-4-3;", 3, u";"},     {u"+5 \"x\"", 5, u"x"}, {u"True+True", 2, u""},
-      {u"2*-3 x", -6, u"x"},       {u"((((7))))=", 7, u"="},
+      {u"1+2*3 then", 7, u"then"},   {u"2^2^3,", 256, u","},   {u"-2^2)", 4, u")"},    {u"(1+2)*3 # x", 9, u""},
+      {u"8/4/2 print", 1, u"print"}, {u"10-4-3;", 3, u";"},    {u"+5 \"x\"", 5, u"x"}, {u"True+True", 2, u""},
+      {u"2*-3 x", -6, u"x"},         {u"((((7))))=", 7, u"="},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(CString(row.text).ToUtf8());

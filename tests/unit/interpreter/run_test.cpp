@@ -26,9 +26,10 @@ protected:
     Access::EventAdd(Interpreter(), u"OnStart", u"started");
     Access::EventAdd(Interpreter(), u"OnStop", u"stopped");
   }
-  static constexpr const char* kHandlers = "end\nsub started(file)\nprint \"start \"; getname(replace(file, \"/\", \"\\\"))\n"
-                                           "endsub\nsub stopped(file)\nprint \"stop \"; getname(replace(file, \"/\", "
-                                           "\"\\\"))\nendsub\n";
+  static constexpr const char* kHandlers =
+      "end\nsub started(file)\nprint \"start \"; getname(replace(file, \"/\", \"\\\"))\n"
+      "endsub\nsub stopped(file)\nprint \"stop \"; getname(replace(file, \"/\", "
+      "\"\\\"))\nendsub\n";
 };
 
 TEST_F(RunTest, an_empty_file_runs) {
@@ -134,7 +135,8 @@ TEST_F(RunTest, end_ends_the_run_and_stop_handlers_still_run_in_full) {
 TEST_F(RunTest, end_in_the_start_handler_lets_the_program_not_run) {
   Access::EventAdd(Interpreter(), u"OnStart", u"begin");
   Access::EventAdd(Interpreter(), u"OnStop", u"bye");
-  Run("print \"main\"\nend\nsub begin(f)\nprint \"begin\"\nend\nprint \"no\"\nendsub\nsub bye(f)\nprint \"bye\"\nendsub\n");
+  Run("print \"main\"\nend\nsub begin(f)\nprint \"begin\"\nend\nprint \"no\"\nendsub\nsub bye(f)\nprint "
+      "\"bye\"\nendsub\n");
   EXPECT_EQ(m_ui.Output(), "begin\nbye\n");
 }
 
@@ -167,8 +169,7 @@ TEST_F(RunTest, an_inner_run_leaves_name_and_labels_of_the_outer_alone) {
   };
   AttachStartAndStop();
   Run("x = host()\ngoto there\nprint \"no\"\nthere: print \"outer\"\n" + std::string(kHandlers), "outer.bas");
-  EXPECT_EQ(m_ui.Output(),
-            "start outer.bas\nstart inner.bas\ninner\nstop inner.bas\nouter\nstop outer.bas\n");
+  EXPECT_EQ(m_ui.Output(), "start outer.bas\nstart inner.bas\ninner\nstop inner.bas\nouter\nstop outer.bas\n");
 }
 
 TEST_F(RunTest, end_in_an_inner_run_ends_only_that_one) {

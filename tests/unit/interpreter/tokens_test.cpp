@@ -12,8 +12,8 @@ struct Read {
   int keyword;
   friend bool operator==(const Read&, const Read&) = default;
   friend void PrintTo(const Read& read, std::ostream* out) {
-    *out << "{kind " << read.kind << ", '" << read.text << "', command " << read.command << ", keyword "
-         << read.keyword << "}";
+    *out << "{kind " << read.kind << ", '" << read.text << "', command " << read.command << ", keyword " << read.keyword
+         << "}";
   }
 };
 
@@ -158,12 +158,18 @@ TEST_F(TokensTest, putback_goes_back_by_the_token) {
     std::uint32_t distance;
   };
   const Row rows[] = {
-      {"two-character literal", u"x \"ab\" ", 4}, {"empty literal", u"x \"\" ", 2},
-      {"literal over a line end", u"x \"a\nb\"", 5}, {"command word", u"x print ", 5},
-      {"keyword", u"x while ", 5},                  {"variable", u"x total ", 5},
-      {"dotted name", u"x a.bc ", 4},               {"function", u"x sin(", 3},
-      {"number", u"x 12.50 ", 5},                   {"delimiter", u"x + ", 1},
-      {"line feed", u"x \ny", 1},                   {"end of the program", u"x ", 0},
+      {"two-character literal", u"x \"ab\" ", 4},
+      {"empty literal", u"x \"\" ", 2},
+      {"literal over a line end", u"x \"a\nb\"", 5},
+      {"command word", u"x print ", 5},
+      {"keyword", u"x while ", 5},
+      {"variable", u"x total ", 5},
+      {"dotted name", u"x a.bc ", 4},
+      {"function", u"x sin(", 3},
+      {"number", u"x 12.50 ", 5},
+      {"delimiter", u"x + ", 1},
+      {"line feed", u"x \ny", 1},
+      {"end of the program", u"x ", 0},
       {"character of no token", u"x _", 0},
   };
   for (const Row& row : rows) {

@@ -35,8 +35,8 @@ TEST_F(ScriptFilesTest, a_second_file_under_a_number_frees_the_first) {
 TEST_F(ScriptFilesTest, what_fails_to_open_leaves_no_descriptor) {
   m_folder.Write("a.txt", "one\n");
   const auto before = OpenDescriptors();
-  Run("for i = 1 to 100\nopen " + Quoted("missing") + " as 1\nopen " + Quoted("") + " as 1 text\nopen " + Quoted("a.txt") +
-      " as 0\nopen " + Quoted("a.txt") + " as 257 text\nnext\n");
+  Run("for i = 1 to 100\nopen " + Quoted("missing") + " as 1\nopen " + Quoted("") + " as 1 text\nopen " +
+      Quoted("a.txt") + " as 0\nopen " + Quoted("a.txt") + " as 257 text\nnext\n");
   EXPECT_EQ(m_ui.errors.size(), 400U);
   EXPECT_EQ(OpenDescriptors(), before);
 }
@@ -53,7 +53,8 @@ TEST_F(ScriptFilesTest, the_interpreter_closes_everything_at_its_end) {
 }
 
 TEST_F(ScriptFilesTest, close_writes_everything_out) {
-  Run("open " + Quoted("out.txt") + " for output as 1 text\nfor i = 1 to 1000\nx = writeline(1, str(int(i)))\nnext\n"
+  Run("open " + Quoted("out.txt") +
+      " for output as 1 text\nfor i = 1 to 1000\nx = writeline(1, str(int(i)))\nnext\n"
       "close 1\n");
   std::string expected;
   for (int i = 1; i <= 1000; ++i)
@@ -67,7 +68,8 @@ TEST_F(ScriptFilesTest, each_interpreter_has_its_own_numbers) {
   CBrindle other;
   other.SetUserInterface(&m_ui);
   Run("open " + Quoted("a.txt") + " as 1 text\n");
-  other.ExecuteProgram(m_folder.Write("other.bas", "open " + Quoted("b.txt") + " as 1 text\nprint readline(1)\nclose 1\n"));
+  other.ExecuteProgram(
+      m_folder.Write("other.bas", "open " + Quoted("b.txt") + " as 1 text\nprint readline(1)\nclose 1\n"));
   Run("print readline(1)\n");
   EXPECT_EQ(m_ui.Output(), "from b\nfrom a\n");
 }

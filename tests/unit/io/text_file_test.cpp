@@ -131,8 +131,11 @@ TEST_F(TextFileTest, zero_bytes_are_dropped_from_8_bit_text) {
 
 TEST_F(TextFileTest, only_the_little_endian_mark_makes_utf16) {
   const std::pair<std::string, std::string> rows[] = {
-      {std::string("\xFF"), "ÿ"}, {std::string("\xFF\xFE"), "(end)"}, {std::string("\xFE\xFF"), "þÿ"},
-      {std::string("\xFF\xFE\x61", 3), "(end)"}, {std::string("\xFF\xFE\x61\0", 4), "a"},
+      {std::string("\xFF"), "ÿ"},
+      {std::string("\xFF\xFE"), "(end)"},
+      {std::string("\xFE\xFF"), "þÿ"},
+      {std::string("\xFF\xFE\x61", 3), "(end)"},
+      {std::string("\xFF\xFE\x61\0", 4), "a"},
   };
   for (const auto& [bytes, line] : rows) {
     Open(bytes);

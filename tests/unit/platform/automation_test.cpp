@@ -12,19 +12,19 @@
 
 namespace {
 
-static_assert(std::is_same_v<BSTR, OLECHAR *> && sizeof(OLECHAR) == 2);
+static_assert(std::is_same_v<BSTR, OLECHAR*> && sizeof(OLECHAR) == 2);
 static_assert(std::is_same_v<VARIANT, tagVARIANT>);
 static_assert(offsetof(VARIANT, vt) == 0 && offsetof(VARIANT, bstrVal) == 8);
-static_assert(sizeof(VARIANT) == 8 + 2 * sizeof(void *));
+static_assert(sizeof(VARIANT) == 8 + 2 * sizeof(void*));
 static_assert(sizeof(GUID) == 16 && offsetof(GUID, Data4) == 8);
-static_assert(offsetof(DISPPARAMS, cArgs) == 2 * sizeof(void *));
+static_assert(offsetof(DISPPARAMS, cArgs) == 2 * sizeof(void*));
 static_assert(SUCCEEDED(S_OK) && SUCCEEDED(S_FALSE) && FAILED(E_FAIL) && FAILED(DISP_E_EXCEPTION));
 static_assert(E_OUTOFMEMORY == static_cast<HRESULT>(0x8007000EU));
 
 const OLECHAR kAbc[] = {u'a', u'b', u'c', 0};
 
 std::u16string TextOf(BSTR text) {
-  return {reinterpret_cast<const char16_t *>(text), SysStringLen(text)};
+  return {reinterpret_cast<const char16_t*>(text), SysStringLen(text)};
 }
 
 TEST(Automation, text_is_copied_with_its_length_before_it) {
@@ -34,7 +34,7 @@ TEST(Automation, text_is_copied_with_its_length_before_it) {
   EXPECT_EQ(TextOf(text), u"abc");
   EXPECT_EQ(text[3], 0);
   std::uint32_t bytes = 0;
-  std::memcpy(&bytes, reinterpret_cast<const char *>(text) - 4, sizeof bytes);
+  std::memcpy(&bytes, reinterpret_cast<const char*>(text) - 4, sizeof bytes);
   EXPECT_EQ(bytes, 6U);
   SysFreeString(text);
 }
@@ -118,7 +118,7 @@ TEST(Automation, clear_releases_what_the_value_owns) {
 
 TEST(Automation, clear_leaves_what_a_reference_points_at) {
   CountingDispatch object;
-  IDispatch *pointer = &object;
+  IDispatch* pointer = &object;
   VARIANT value;
   VariantInit(&value);
   value.vt = VT_BYREF | VT_DISPATCH;
@@ -204,7 +204,7 @@ TEST(Automation, refused_copy_onto_an_array_leaves_no_reference) {
 
 TEST(Automation, interfaces_are_asked_for_by_their_identifier) {
   CountingDispatch object;
-  void *found = nullptr;
+  void* found = nullptr;
   EXPECT_EQ(object.QueryInterface(IID_IDispatch, &found), S_OK);
   EXPECT_EQ(found, &object);
   object.Release();

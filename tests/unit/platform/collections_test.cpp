@@ -27,11 +27,11 @@ struct Element {
 
   Element() { ++living; }
   explicit Element(int number) : value(number) { ++living; }
-  Element(const Element &other) : value(other.value) {
+  Element(const Element& other) : value(other.value) {
     Count();
     ++living;
   }
-  Element &operator=(const Element &other) {
+  Element& operator=(const Element& other) {
     Count();
     value = other.value;
     return *this;
@@ -49,7 +49,7 @@ int Element::copiesUntilThrow = -1;
 
 class ElementArray : public ::testing::Test {
 protected:
-  using Array = CArray<Element, const Element &>;
+  using Array = CArray<Element, const Element&>;
   ElementArray() {
     EXPECT_EQ(Element::living, 0);
     Element::copiesUntilThrow = -1;
@@ -64,9 +64,9 @@ protected:
       array.Add(Element(i));
     return array;
   }
-  static std::vector<int> ValuesOf(const Array &array) {
+  static std::vector<int> ValuesOf(const Array& array) {
     std::vector<int> values;
-    for (const Element &element : array)
+    for (const Element& element : array)
       values.push_back(element.value);
     return values;
   }
@@ -100,7 +100,7 @@ TEST_F(ElementArray, own_element_can_be_added_while_it_grows) {
   array[0].value = 7;
   for (int i = 0; i < 100; ++i)
     array.Add(array[0]);
-  for (const Element &element : array)
+  for (const Element& element : array)
     EXPECT_EQ(element.value, 7);
   array.InsertAt(50, array[0], 100);
   EXPECT_EQ(array.GetSize(), 201);
@@ -162,7 +162,7 @@ TEST_F(ElementArray, copies_are_their_own_and_moves_leave_an_empty_one) {
   Array assigned = Numbers(10);
   assigned = array;
   EXPECT_EQ(ValuesOf(assigned), (Values{0, 1, 2}));
-  assigned = static_cast<const Array &>(assigned);
+  assigned = static_cast<const Array&>(assigned);
   EXPECT_EQ(ValuesOf(assigned), (Values{0, 1, 2}));
   const Array moved(std::move(assigned));
   EXPECT_EQ(ValuesOf(moved), (Values{0, 1, 2}));
@@ -186,7 +186,7 @@ TEST_F(ElementArray, room_is_taken_and_given_back) {
   array.Reserve(100);
   EXPECT_EQ(array.GetSize(), 0);
   array.Add(Element(1));
-  const Element *data = array.GetData();
+  const Element* data = array.GetData();
   for (int i = 0; i < 99; ++i)
     array.Add(Element(i));
   EXPECT_EQ(array.GetData(), data);
@@ -204,16 +204,16 @@ TEST_F(ElementArray, room_is_taken_and_given_back) {
 // Whatever copy fails, nothing is counted twice or left behind.
 TEST_F(ElementArray, element_that_throws_leaves_the_array_as_it_was) {
   struct Row {
-    const char *name;
-    void (*change)(Array &, const Array &);
+    const char* name;
+    void (*change)(Array&, const Array&);
   };
   const Row rows[] = {
-      {"add", [](Array &array, const Array &) { array.Add(Element(9)); }},
-      {"append", [](Array &array, const Array &other) { array.Append(other); }},
-      {"reserve", [](Array &array, const Array &) { array.Reserve(1000); }},
-      {"size", [](Array &array, const Array &) { array.SetSize(1000); }},
+      {"add", [](Array& array, const Array&) { array.Add(Element(9)); }},
+      {"append", [](Array& array, const Array& other) { array.Append(other); }},
+      {"reserve", [](Array& array, const Array&) { array.Reserve(1000); }},
+      {"size", [](Array& array, const Array&) { array.SetSize(1000); }},
   };
-  for (const Row &row : rows) {
+  for (const Row& row : rows) {
     for (int failing = 0; failing < 30; ++failing) {
       Element::copiesUntilThrow = -1;
       Array array = Numbers(10); // 10 fills the room exactly
@@ -223,7 +223,7 @@ TEST_F(ElementArray, element_that_throws_leaves_the_array_as_it_was) {
       bool thrown = false;
       try {
         row.change(array, other);
-      } catch (const std::runtime_error &) {
+      } catch (const std::runtime_error&) {
         thrown = true;
       }
       Element::copiesUntilThrow = -1;
@@ -239,17 +239,17 @@ TEST(Array, growth_beyond_memory_leaves_it_as_it_was) {
   struct Huge {
     char bytes[(1LL << 40)];
   };
-  CArray<Huge, const Huge &> array;
+  CArray<Huge, const Huge&> array;
   EXPECT_THROW(array.Reserve(std::numeric_limits<int>::max()), std::bad_alloc);
   EXPECT_EQ(array.GetSize(), 0);
 }
 
 TEST(Array, booleans_are_addressable_elements) {
-  static_assert(std::is_same_v<decltype(std::declval<CArray<bool, bool> &>()[0]), bool &>);
+  static_assert(std::is_same_v<decltype(std::declval<CArray<bool, bool>&>()[0]), bool&>);
   CArray<bool, bool> array;
   for (int i = 0; i < 100; ++i)
     array.Add(i % 3 == 0);
-  bool *third = &array[3];
+  bool* third = &array[3];
   EXPECT_TRUE(*third);
   *third = false;
   EXPECT_FALSE(array.GetAt(3));
@@ -259,7 +259,7 @@ TEST(Array, booleans_are_addressable_elements) {
 }
 
 TEST(Array, elements_that_only_move_pointers_keep_their_place_on_the_heap) {
-  CArray<std::shared_ptr<int>, const std::shared_ptr<int> &> array;
+  CArray<std::shared_ptr<int>, const std::shared_ptr<int>&> array;
   const auto number = std::make_shared<int>(5);
   for (int i = 0; i < 100; ++i)
     array.Add(number);
@@ -292,7 +292,7 @@ TEST(MapStringToPtr, keys_differ_by_letter_case) {
   EXPECT_EQ(map.Find<int>(CString(u"key")), &first);
   EXPECT_EQ(map.Find<int>(CString(u"Key")), &second);
   EXPECT_EQ(map.Find<int>(CString(u"KEY")), nullptr);
-  void *found = &first;
+  void* found = &first;
   EXPECT_FALSE(map.Lookup(CString(u"other"), found));
   EXPECT_EQ(found, &first);
   EXPECT_TRUE(map.Lookup(CString(u"Key"), found));
@@ -316,7 +316,7 @@ TEST(MapStringToPtr, entries_are_replaced_and_removed) {
     map.SetAt(key, &first);
   }
   std::set<CString> keys;
-  for (const auto &entry : map)
+  for (const auto& entry : map)
     keys.insert(entry.first);
   EXPECT_EQ(keys.size(), 1000U);
   map.RemoveAll();
@@ -333,7 +333,7 @@ TEST(PtrList, keeps_the_order_and_removes_the_last_of_equals) {
   EXPECT_EQ(list.GetCount(), 4);
   EXPECT_TRUE(list.Contains(&values[2]));
   EXPECT_TRUE(list.RemoveLast(&values[0]));
-  EXPECT_EQ(std::vector<void *>(list.begin(), list.end()), (std::vector<void *>{&values[0], &values[1], &values[2]}));
+  EXPECT_EQ(std::vector<void*>(list.begin(), list.end()), (std::vector<void*>{&values[0], &values[1], &values[2]}));
   EXPECT_TRUE(list.RemoveLast(&values[0]));
   EXPECT_FALSE(list.RemoveLast(&values[0]));
   EXPECT_FALSE(list.Contains(&values[0]));
@@ -342,7 +342,7 @@ TEST(PtrList, keeps_the_order_and_removes_the_last_of_equals) {
 }
 
 // Whether another thread waits for the section, asked without waiting for long.
-bool IsFree(CCriticalSection &section) {
+bool IsFree(CCriticalSection& section) {
   auto taken = std::async(std::launch::async, [&section] { const CSingleLock lock(section, true); });
   return taken.wait_for(std::chrono::milliseconds(50)) == std::future_status::ready;
 }

@@ -23,7 +23,7 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr int kRandomNumbers = 100000;
 
-template <class... Arguments> std::string Printed(const std::string &format, Arguments... arguments) {
+template <class... Arguments> std::string Printed(const std::string& format, Arguments... arguments) {
   const int length = std::snprintf(nullptr, 0, format.c_str(), arguments...);
   std::string text(static_cast<std::size_t>(length) + 1, '\0');
   std::snprintf(text.data(), text.size(), format.c_str(), arguments...);
@@ -31,7 +31,7 @@ template <class... Arguments> std::string Printed(const std::string &format, Arg
   return text;
 }
 
-FormatDirective Directive(const std::string &format) {
+FormatDirective Directive(const std::string& format) {
   const CString text = CString::FromUtf8(format);
   std::size_t position = 1; // behind the "%"
   FormatDirective directive = ReadDirective(text.View(), position);
@@ -39,19 +39,19 @@ FormatDirective Directive(const std::string &format) {
   return directive;
 }
 
-std::string Floating(const std::string &format, double value) {
+std::string Floating(const std::string& format, double value) {
   CString out;
   AppendFloating(out, Directive(format), value);
   return out.ToUtf8();
 }
 
-std::string Integer(const std::string &format, std::int64_t value) {
+std::string Integer(const std::string& format, std::int64_t value) {
   CString out;
   AppendInteger(out, Directive(format), value);
   return out.ToUtf8();
 }
 
-const std::vector<double> &HandpickedNumbers() {
+const std::vector<double>& HandpickedNumbers() {
   static const std::vector<double> numbers = {0.0,
                                               -0.0,
                                               1.0,
@@ -172,7 +172,7 @@ TEST(NumberText, doubles_read_as_strtod_reads_them) {
     const double value = random.Next();
     const std::string texts[] = {Printed("%.17g", value), Printed("%.6g", value), Printed("%f", value),
                                  Printed("%.20e", value)};
-    for (const std::string &text : texts) {
+    for (const std::string& text : texts) {
       std::size_t used = 0;
       const double read = ParseDouble(CString::FromUtf8(text).View(), &used);
       ASSERT_EQ(std::bit_cast<std::uint64_t>(read), std::bit_cast<std::uint64_t>(std::strtod(text.c_str(), nullptr)))
@@ -241,8 +241,8 @@ TEST(NumberText, odd_but_valid_numbers_read_as_strtod_reads_them) {
                                "9007199254740992.9999999",
                                "0." + zeros + zeros + "e900",
                                "100" + zeros + "e-700"};
-  for (const std::string &text : texts) {
-    char *end = nullptr;
+  for (const std::string& text : texts) {
+    char* end = nullptr;
     const double expected = std::strtod(text.c_str(), &end);
     std::size_t used = 0;
     const double read = ParseDouble(CString::FromUtf8(text).View(), &used);
@@ -253,7 +253,7 @@ TEST(NumberText, odd_but_valid_numbers_read_as_strtod_reads_them) {
 
 TEST(NumberText, words_and_other_bases_are_no_numbers) {
   struct Row {
-    const char16_t *text;
+    const char16_t* text;
     double value;
     std::size_t used;
   };
@@ -262,7 +262,7 @@ TEST(NumberText, words_and_other_bases_are_no_numbers) {
                       {u"- 5", 0, 0},   {u"inf", 0, 0},   {u"nan", 0, 0}, {u"-infinity", 0, 0}, {u"INF", 0, 0},
                       {u"0x1F", 0, 1},  {u"-0x10", 0, 2}, {u"0b1", 0, 1}, {u"1,5", 1, 1},       {u"1p5", 1, 1},
                       {u"1_000", 1, 1}, {u"١٢", 0, 0},    {u"½", 0, 0},   {u"１２", 0, 0},      {u"1\0002", 1, 1}};
-  for (const Row &row : rows) {
+  for (const Row& row : rows) {
     std::size_t used = 99;
     EXPECT_EQ(ParseDouble(row.text, &used), row.value) << CString(row.text).ToUtf8();
     EXPECT_EQ(used, row.used) << CString(row.text).ToUtf8();
@@ -280,7 +280,7 @@ TEST(NumberText, number_ends_with_the_view_not_with_the_text) {
 
 TEST(NumberText, leading_integers_saturate_at_32_bits) {
   struct Row {
-    const char16_t *text;
+    const char16_t* text;
     std::int32_t value;
   };
   const Row rows[] = {{u"", 0},
@@ -302,7 +302,7 @@ TEST(NumberText, leading_integers_saturate_at_32_bits) {
                       {u"99999999999999999999999999", 2147483647},
                       {u"-99999999999999999999999999", -2147483647 - 1},
                       {u"00000000000000000000000000012", 12}};
-  for (const Row &row : rows)
+  for (const Row& row : rows)
     EXPECT_EQ(ParseInteger(row.text), row.value) << CString(row.text).ToUtf8();
 }
 
@@ -334,7 +334,7 @@ TEST(NumberText, doubles_to_32_bit_integers_truncate_and_saturate) {
                       {-kInfinity, lowest},
                       {kNotANumber, 0},
                       {5e-324, 0}};
-  for (const Row &row : rows)
+  for (const Row& row : rows)
     EXPECT_EQ(ToInt32(row.value), row.expected) << row.value;
 }
 
@@ -359,7 +359,7 @@ TEST(NumberText, doubles_to_unsigned_wrap_modulo_32_bits) {
                       {9223372036854774784.0, 0xFFFFFC00U}, // the largest below 2^63
                       {-9223372036854775808.0, 0},
                       {kNotANumber, 0}};
-  for (const Row &row : rows)
+  for (const Row& row : rows)
     EXPECT_EQ(ToUint32(row.value), row.expected) << row.value;
 }
 
@@ -390,7 +390,7 @@ TEST(PrintfDirective, parts_are_read_in_order) {
   EXPECT_EQ(Directive("%hd").shorts, 1);
   EXPECT_EQ(Directive("%hhd").shorts, 2);
   EXPECT_EQ(Directive("%ld").longs, 1);
-  for (const char *format : {"%jd", "%zd", "%td", "%Lf", "%I64d", "%lld"})
+  for (const char* format : {"%jd", "%zd", "%td", "%Lf", "%I64d", "%lld"})
     EXPECT_EQ(Directive(format).longs, 2) << format;
   EXPECT_EQ(Directive("%%").conversion, u'%');
 }
@@ -434,8 +434,8 @@ std::vector<std::string> Prefixes() {
     for (unsigned flag = 0; flag < 5; ++flag)
       if ((set >> flag & 1U) != 0)
         flagged += flags[flag];
-    for (const char *width : {"", "1", "5", "12", "40"})
-      for (const char *precision : {"", ".", ".0", ".1", ".3", ".6", ".17", ".30"})
+    for (const char* width : {"", "1", "5", "12", "40"})
+      for (const char* precision : {"", ".", ".0", ".1", ".3", ".6", ".17", ".30"})
         prefixes.push_back(flagged + width + precision);
   }
   return prefixes;
@@ -455,7 +455,7 @@ TEST(PrintfDirective, integer_conversions_agree_with_printf) {
                                  4294967295LL,
                                  std::numeric_limits<std::int64_t>::max(),
                                  std::numeric_limits<std::int64_t>::min()};
-  for (const std::string &prefix : Prefixes()) {
+  for (const std::string& prefix : Prefixes()) {
     for (const char letter : {'d', 'i', 'u', 'o', 'x', 'X'}) {
       const std::string format = prefix + "ll" + letter;
       for (const std::int64_t value : values)
@@ -466,7 +466,7 @@ TEST(PrintfDirective, integer_conversions_agree_with_printf) {
 
 // "%#g" put together from "%#e" and "%#f" as the standard defines it: some C libraries drop its zeros when
 // rounding reaches the next power of ten.
-std::string PrintedAlternateGeneral(const std::string &format, double value) {
+std::string PrintedAlternateGeneral(const std::string& format, double value) {
   const FormatDirective directive = Directive(format);
   const int asked = directive.precision.value_or(6);
   const int digits = asked == 0 ? 1 : asked;
@@ -478,15 +478,15 @@ std::string PrintedAlternateGeneral(const std::string &format, double value) {
   return Printed(flagsAndWidth + ".*" + letter, fixed ? digits - 1 - exponent : digits - 1, value);
 }
 
-std::string PrintedFloating(const std::string &format, double value) {
+std::string PrintedFloating(const std::string& format, double value) {
   const bool alternateGeneral = (format.back() == 'g' || format.back() == 'G') && format.find('#') != std::string::npos;
   return alternateGeneral ? PrintedAlternateGeneral(format, value) : Printed(format, value);
 }
 
 TEST(PrintfDirective, floating_conversions_agree_with_printf) {
   const std::vector<std::string> prefixes = Prefixes();
-  const std::vector<double> &numbers = HandpickedNumbers();
-  for (const std::string &prefix : prefixes) {
+  const std::vector<double>& numbers = HandpickedNumbers();
+  for (const std::string& prefix : prefixes) {
     for (const char letter : {'e', 'E', 'f', 'F', 'g', 'G'}) {
       const std::string format = prefix + letter;
       for (const double value : numbers)
@@ -505,7 +505,7 @@ TEST(PrintfDirective, floating_conversions_agree_with_printf) {
 
 TEST(PrintfDirective, hexadecimal_floating_conversions_agree_with_printf) {
   RandomNumbers random;
-  for (const char *format : {"%a", "%A", "%+a", "%24a", "%024a", "%-24a", "%#a", "%.13a"}) {
+  for (const char* format : {"%a", "%A", "%+a", "%24a", "%024a", "%-24a", "%#a", "%.13a"}) {
     for (int i = 0; i < 1000; ++i) {
       const double value = random.Next();
       if (std::fpclassify(value) == FP_NORMAL) {
@@ -518,12 +518,12 @@ TEST(PrintfDirective, hexadecimal_floating_conversions_agree_with_printf) {
 
 TEST(PrintfDirective, very_long_precisions_print_every_digit) {
   for (const double value : {0.1, 1e300, 5e-324, -1.0 / 3})
-    for (const char *format : {"%.400f", "%.1100f", "%.800e", "%.900g", "%1500.1100f"})
+    for (const char* format : {"%.400f", "%.1100f", "%.800e", "%.900g", "%1500.1100f"})
       EXPECT_EQ(Floating(format, value), Printed(format, value)) << format << " of " << value;
 }
 
 TEST(PrintfDirective, texts_are_cut_and_padded) {
-  const auto text = [](const std::string &format, std::u16string_view value) {
+  const auto text = [](const std::string& format, std::u16string_view value) {
     CString out(u"<");
     AppendText(out, Directive(format), value);
     return (out += u'>').ToUtf8();
@@ -547,12 +547,12 @@ TEST(PrintfDirective, texts_are_cut_and_padded) {
 class CommaLocale {
 public:
   CommaLocale() : m_before(std::setlocale(LC_ALL, nullptr)) {
-    for (const char *name : {"de_DE.UTF-8", "de_DE.utf8", "de_DE", "fr_FR.UTF-8", "nl_NL.UTF-8", "da_DK.UTF-8"})
+    for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "de_DE", "fr_FR.UTF-8", "nl_NL.UTF-8", "da_DK.UTF-8"})
       if (!m_set && std::setlocale(LC_ALL, name) != nullptr)
         m_set = Printed("%.1f", 0.5) == "0,5";
   }
-  CommaLocale(const CommaLocale &) = delete;
-  CommaLocale &operator=(const CommaLocale &) = delete;
+  CommaLocale(const CommaLocale&) = delete;
+  CommaLocale& operator=(const CommaLocale&) = delete;
   ~CommaLocale() { std::setlocale(LC_ALL, m_before.c_str()); }
   [[nodiscard]] bool IsSet() const { return m_set; }
 

@@ -19,7 +19,7 @@
 
 namespace {
 
-static_assert(sizeof(CString) == sizeof(void *), "a text in a value takes one pointer");
+static_assert(sizeof(CString) == sizeof(void*), "a text in a value takes one pointer");
 static_assert(std::is_nothrow_move_constructible_v<CString>);
 
 TEST(Text, constructors_take_texts_of_every_kind) {
@@ -41,11 +41,11 @@ TEST(Text, constructors_take_texts_of_every_kind) {
 }
 
 TEST(Text, null_is_the_empty_text) {
-  EXPECT_EQ(CString(static_cast<const unsigned short *>(nullptr)), u"");
-  EXPECT_EQ(CString(static_cast<const char16_t *>(nullptr)), u"");
-  EXPECT_EQ(CString(static_cast<const char *>(nullptr)), u"");
+  EXPECT_EQ(CString(static_cast<const unsigned short*>(nullptr)), u"");
+  EXPECT_EQ(CString(static_cast<const char16_t*>(nullptr)), u"");
+  EXPECT_EQ(CString(static_cast<const char*>(nullptr)), u"");
   CString text(u"old");
-  text = static_cast<const unsigned short *>(nullptr);
+  text = static_cast<const unsigned short*>(nullptr);
   EXPECT_TRUE(text.IsEmpty());
 }
 
@@ -63,7 +63,7 @@ TEST(Text, units_are_zero_terminated) {
   EXPECT_EQ(CString().GetString()[0], 0);
   const CString text(u"abc");
   EXPECT_EQ(text.GetString()[3], 0);
-  const unsigned short *units = text;
+  const unsigned short* units = text;
   EXPECT_EQ(units[2], u'c');
   EXPECT_EQ(text[1], u'b');
   EXPECT_EQ(text.GetAt(0), u'a');
@@ -86,31 +86,31 @@ TEST(Text, copies_share_their_units_until_one_is_written) {
 
 TEST(Text, every_writing_member_leaves_the_copies_alone) {
   const CString original(u" abc Abc ");
-  const auto check = [&](const char *name, auto write) {
+  const auto check = [&](const char* name, auto write) {
     CString copy(original);
     write(copy);
     EXPECT_EQ(original, u" abc Abc ") << name;
     EXPECT_NE(copy, original) << name;
   };
-  check("SetAt", [](CString &text) { text.SetAt(0, u'x'); });
-  check("append", [](CString &text) { text += u"x"; });
-  check("append unit", [](CString &text) { text += u'x'; });
-  check("append text", [](CString &text) { text += CString(u"x"); });
-  check("MakeLower", [](CString &text) { text.MakeLower(); });
-  check("MakeUpper", [](CString &text) { text.MakeUpper(); });
-  check("MakeReverse", [](CString &text) { text.MakeReverse(); });
-  check("Trim", [](CString &text) { text.Trim(); });
-  check("Replace", [](CString &text) { text.Replace(u'a', u'x'); });
-  check("Remove", [](CString &text) { text.Remove(u'a'); });
-  check("Insert", [](CString &text) { text.Insert(2, CString(u"x")); });
-  check("Delete", [](CString &text) { text.Delete(2); });
-  check("Empty", [](CString &text) { text.Empty(); });
-  check("Format", [](CString &text) { text.Format(u"%d", 5); });
-  check("GetBuffer", [](CString &text) {
+  check("SetAt", [](CString& text) { text.SetAt(0, u'x'); });
+  check("append", [](CString& text) { text += u"x"; });
+  check("append unit", [](CString& text) { text += u'x'; });
+  check("append text", [](CString& text) { text += CString(u"x"); });
+  check("MakeLower", [](CString& text) { text.MakeLower(); });
+  check("MakeUpper", [](CString& text) { text.MakeUpper(); });
+  check("MakeReverse", [](CString& text) { text.MakeReverse(); });
+  check("Trim", [](CString& text) { text.Trim(); });
+  check("Replace", [](CString& text) { text.Replace(u'a', u'x'); });
+  check("Remove", [](CString& text) { text.Remove(u'a'); });
+  check("Insert", [](CString& text) { text.Insert(2, CString(u"x")); });
+  check("Delete", [](CString& text) { text.Delete(2); });
+  check("Empty", [](CString& text) { text.Empty(); });
+  check("Format", [](CString& text) { text.Format(u"%d", 5); });
+  check("GetBuffer", [](CString& text) {
     text.GetBuffer(3)[0] = u'x';
     text.ReleaseBuffer();
   });
-  check("GetBufferSetLength", [](CString &text) { text.GetBufferSetLength(2)[0] = u'x'; });
+  check("GetBufferSetLength", [](CString& text) { text.GetBufferSetLength(2)[0] = u'x'; });
 }
 
 TEST(Text, moved_from_text_is_usable) {
@@ -123,17 +123,17 @@ TEST(Text, moved_from_text_is_usable) {
   CString assigned(u"old");
   assigned = std::move(target);
   EXPECT_EQ(assigned, u"text");
-  CString &same = assigned;
+  CString& same = assigned;
   assigned = std::move(same);
   EXPECT_EQ(assigned, u"text");
-  assigned = static_cast<const CString &>(same);
+  assigned = static_cast<const CString&>(same);
   EXPECT_EQ(assigned, u"text");
 }
 
 TEST(Text, comparison_goes_by_unit_and_a_prefix_sorts_first) {
   struct Row {
-    const char16_t *left;
-    const char16_t *right;
+    const char16_t* left;
+    const char16_t* right;
     int order;
     int orderNoCase;
   };
@@ -142,7 +142,7 @@ TEST(Text, comparison_goes_by_unit_and_a_prefix_sorts_first) {
                       {u"ä", u"Ä", 1, 0},      {u"z", u"ä", -1, -1}, {u"\uFFFF", u"a", 1, 1}, {u"10", u"9", -1, -1},
                       {u"abc", u"abd", -1, -1}};
   const auto sign = [](int value) { return (value > 0) - (value < 0); };
-  for (const Row &row : rows) {
+  for (const Row& row : rows) {
     const CString left(row.left);
     const CString right(row.right);
     EXPECT_EQ(sign(left.Compare(right)), row.order) << left.ToUtf8() << " " << right.ToUtf8();
@@ -171,13 +171,13 @@ TEST(Text, parts_are_clamped_to_the_text) {
   struct Row {
     int first;
     int count;
-    const char16_t *expected;
+    const char16_t* expected;
   };
   const Row rows[] = {
       {0, 0, u""},           {0, 3, u"abc"},          {2, 2, u"cd"},     {4, 9, u"ef"},           {6, 1, u""},
       {7, 1, u""},           {INT_MAX, 1, u""},       {-1, 2, u"ab"},    {INT_MIN, 3, u"abc"},    {2, -1, u""},
       {2, INT_MAX, u"cdef"}, {INT_MAX, INT_MAX, u""}, {0, 6, u"abcdef"}, {0, INT_MAX, u"abcdef"}, {5, INT_MIN, u""}};
-  for (const Row &row : rows)
+  for (const Row& row : rows)
     EXPECT_EQ(text.Mid(row.first, row.count), row.expected) << row.first << " " << row.count;
   EXPECT_EQ(text.Mid(2), u"cdef");
   EXPECT_EQ(text.Mid(-2), u"abcdef");
@@ -220,11 +220,11 @@ TEST(Text, find_starts_where_it_is_told) {
 
 TEST(Text, replace_counts_what_it_replaced_from_left_to_right) {
   struct Row {
-    const char16_t *text;
-    const char16_t *from;
-    const char16_t *to;
+    const char16_t* text;
+    const char16_t* from;
+    const char16_t* to;
     int count;
-    const char16_t *expected;
+    const char16_t* expected;
   };
   const Row rows[] = {{u"abcabc", u"b", u"XY", 2, u"aXYcaXYc"},
                       {u"abcabc", u"bc", u"", 2, u"aa"},
@@ -237,7 +237,7 @@ TEST(Text, replace_counts_what_it_replaced_from_left_to_right) {
                       {u"abc", u"abcd", u"x", 0, u"abc"},
                       {u"ab", u"a", u"aa", 1, u"aab"},
                       {u"abab", u"ab", u"ab", 2, u"abab"}};
-  for (const Row &row : rows) {
+  for (const Row& row : rows) {
     CString text(row.text);
     EXPECT_EQ(text.Replace(CString(row.from), CString(row.to)), row.count) << CString(row.text).ToUtf8();
     EXPECT_EQ(text, row.expected);
@@ -368,7 +368,7 @@ TEST(Text, sums_join_their_texts) {
 TEST(Text, appending_unit_by_unit_stays_linear_in_moves) {
   CString text;
   int moves = 0;
-  const unsigned short *last = nullptr;
+  const unsigned short* last = nullptr;
   for (int i = 0; i < 100000; ++i) {
     text += static_cast<char16_t>(u'a' + i % 26);
     moves += text.GetString() != last ? 1 : 0;
@@ -381,7 +381,7 @@ TEST(Text, appending_unit_by_unit_stays_linear_in_moves) {
 
 TEST(Text, buffer_holds_the_text_and_takes_a_new_one) {
   CString text(u"abc");
-  unsigned short *buffer = text.GetBuffer(10);
+  unsigned short* buffer = text.GetBuffer(10);
   EXPECT_EQ(CString(buffer), u"abc");
   for (int i = 0; i < 10; ++i)
     buffer[i] = static_cast<unsigned short>(u'0' + i);
@@ -408,7 +408,7 @@ TEST(Text, buffer_holds_the_text_and_takes_a_new_one) {
 
 TEST(Text, buffer_without_a_zero_ends_with_its_room) {
   CString text;
-  unsigned short *buffer = text.GetBuffer(4);
+  unsigned short* buffer = text.GetBuffer(4);
   for (int i = 0; i < 4; ++i)
     buffer[i] = u'x';
   buffer[4] = 0;
@@ -430,7 +430,7 @@ TEST(Text, buffer_of_an_empty_text) {
 
 TEST(Text, buffer_set_to_a_length_has_it_at_once) {
   CString text(u"abc");
-  unsigned short *buffer = text.GetBufferSetLength(5);
+  unsigned short* buffer = text.GetBufferSetLength(5);
   EXPECT_EQ(text.GetLength(), 5);
   EXPECT_EQ(text.Left(3), u"abc");
   buffer[3] = u'd';
@@ -487,7 +487,7 @@ TEST(Text, texts_beyond_the_limit_are_refused) {
   EXPECT_EQ(text, quarter);
 }
 
-template <class... Arguments> void ExpectFormat(const char *format, Arguments... arguments) {
+template <class... Arguments> void ExpectFormat(const char* format, Arguments... arguments) {
   char expected[2048];
   std::snprintf(expected, sizeof expected, format, arguments...);
   const CString wide(format);
@@ -502,24 +502,24 @@ template <class... Arguments> void ExpectFormat(const char *format, Arguments...
 
 TEST(TextFormat, numbers_print_as_with_printf) {
   for (const int value : {0, 1, -1, 42, -42, 65535, INT_MAX, INT_MIN})
-    for (const char *format : {"%d", "%i", "%5d", "%-12d|", "%+d", "% d", "%012d", "%.8d", "a%db", "%u", "%x", "%X",
+    for (const char* format : {"%d", "%i", "%5d", "%-12d|", "%+d", "% d", "%012d", "%.8d", "a%db", "%u", "%x", "%X",
                                "%#x", "%o", "%#o", "%8.3x"})
       ExpectFormat(format, value);
   for (const long long value : {0LL, -1LL, LLONG_MAX, LLONG_MIN, 1LL << 40})
-    for (const char *format : {"%lld", "%lli", "%llu", "%llx", "%20llX", "%llo"})
+    for (const char* format : {"%lld", "%lli", "%llu", "%llx", "%20llX", "%llo"})
       ExpectFormat(format, value);
   for (const long value : {0L, -1L, LONG_MAX, LONG_MIN})
-    for (const char *format : {"%ld", "%li", "%lu", "%lx"})
+    for (const char* format : {"%ld", "%li", "%lu", "%lx"})
       ExpectFormat(format, value);
   for (const double value : {0.0, -0.5, 1.0 / 3, 1e10, 1e-10, 123456.789})
-    for (const char *format :
+    for (const char* format :
          {"%f", "%e", "%g", "%E", "%G", "%.2f", "%10.3f", "%-10.1e|", "%+g", "%#g", "%010f", "%.0f"})
       ExpectFormat(format, value);
 }
 
 TEST(TextFormat, short_sizes_cut_the_number_as_printf_does) {
   for (const int value : {0, 5, 32767, 32768, 65535, 70000, -1, -32769})
-    for (const char *format : {"%hd", "%hi", "%hu", "%hx", "%ho", "%hhd", "%hhu", "%hhx"})
+    for (const char* format : {"%hd", "%hi", "%hu", "%hx", "%ho", "%hhd", "%hhu", "%hhx"})
       ExpectFormat(format, value);
 }
 
@@ -572,7 +572,7 @@ TEST(TextThreads, copies_are_counted_right_in_several_threads) {
           std::abort();
       }
     });
-  for (std::thread &thread : threads)
+  for (std::thread& thread : threads)
     thread.join();
   CString last(original);
   last.SetAt(0, u'S'); // writes in place only if nobody else holds the units

@@ -22,7 +22,7 @@ public:
   [[nodiscard]] int Taken() const noexcept { return m_taken; }
   [[nodiscard]] int Released() const noexcept { return m_released; }
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID interfaceId, void **object) override {
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID interfaceId, void** object) override {
     if (interfaceId != IID_IUnknown && interfaceId != IID_IDispatch) {
       *object = nullptr;
       return E_NOINTERFACE;
@@ -42,15 +42,15 @@ public:
       m_onRelease();
     return left;
   }
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT *count) override {
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
     *count = 0;
     return S_OK;
   }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo **) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR *, UINT, LCID, DISPID *) override {
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
     return DISP_E_UNKNOWNNAME;
   }
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS *, VARIANT *, EXCEPINFO *, UINT *) override {
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
     return DISP_E_MEMBERNOTFOUND;
   }
 

@@ -37,8 +37,8 @@ public:
     ::dup2(m_error, 2);
     ::close(pipeEnds[0]);
   }
-  RedirectedStreams(const RedirectedStreams &) = delete;
-  RedirectedStreams &operator=(const RedirectedStreams &) = delete;
+  RedirectedStreams(const RedirectedStreams&) = delete;
+  RedirectedStreams& operator=(const RedirectedStreams&) = delete;
   ~RedirectedStreams() {
     Stop();
     ::close(m_output);

@@ -10,7 +10,7 @@
 #include <cstdio>
 #include <ostream>
 
-inline void PrintTo(const CString &text, std::ostream *out) {
+inline void PrintTo(const CString& text, std::ostream* out) {
   *out << "u\"";
   for (const char16_t unit : text.View()) {
     if (unit >= 0x20 && unit < 0x7F) {

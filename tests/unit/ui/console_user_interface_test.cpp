@@ -22,7 +22,7 @@ struct Shown {
 };
 
 // Runs something on a console of its own with this input.
-Shown OnConsole(std::string_view input, const std::function<void(CConsoleUserInterface &)> &use,
+Shown OnConsole(std::string_view input, const std::function<void(CConsoleUserInterface&)>& use,
                 Policy policy = Policy::Automatic) {
   RedirectedStreams redirected(input);
   {
@@ -37,7 +37,7 @@ Shown OnConsole(std::string_view input, const std::function<void(CConsoleUserInt
 }
 
 TEST(Console, messages_go_to_standard_output_byte_for_byte) {
-  const Shown shown = OnConsole("", [](CConsoleUserInterface &console) {
+  const Shown shown = OnConsole("", [](CConsoleUserInterface& console) {
     console.ShowMessage(CString(u"a\n"));
     console.ShowMessage(CString(u"ä€\U0001F600"));
     console.ShowMessage(CString());
@@ -50,7 +50,7 @@ TEST(Console, messages_go_to_standard_output_byte_for_byte) {
 
 TEST(Console, notices_and_errors_go_to_standard_error_with_a_line_end) {
   int errors = 0;
-  const Shown shown = OnConsole("", [&](CConsoleUserInterface &console) {
+  const Shown shown = OnConsole("", [&](CConsoleUserInterface& console) {
     EXPECT_EQ(console.GetNumberOfErrors(), 0);
     console.ShowMessage(CString(u"printed"));
     console.ShowNotice(CString(u"a notice"));
@@ -77,9 +77,9 @@ TEST(Console, printed_text_stands_before_the_error_that_follows) {
 
 TEST(Console, error_policy_decides_how_a_box_is_answered) {
   struct Row {
-    const char *name;
+    const char* name;
     Policy policy;
-    const char *input;
+    const char* input;
     Answer expected;
   };
   const Row rows[] = {
@@ -97,10 +97,10 @@ TEST(Console, error_policy_decides_how_a_box_is_answered) {
       {"ok", Policy::Ask, "ok\n", Answer::Ok},
       {"anything", Policy::Ask, "x y z\n", Answer::Ok},
   };
-  for (const Row &row : rows) {
+  for (const Row& row : rows) {
     auto answer = Answer::Ok;
     const Shown shown = OnConsole(
-        row.input, [&](CConsoleUserInterface &console) { answer = console.ShowError(CString(u"text")); }, row.policy);
+        row.input, [&](CConsoleUserInterface& console) { answer = console.ShowError(CString(u"text")); }, row.policy);
     EXPECT_EQ(answer, row.expected) << row.name;
     EXPECT_EQ(shown.error, "text\n") << row.name; // no prompt where no person reads it
     EXPECT_EQ(shown.output, "") << row.name;
@@ -108,7 +108,7 @@ TEST(Console, error_policy_decides_how_a_box_is_answered) {
 }
 
 TEST(Console, error_policy_can_be_changed) {
-  OnConsole("", [](CConsoleUserInterface &console) {
+  OnConsole("", [](CConsoleUserInterface& console) {
     EXPECT_EQ(console.ShowError(CString(u"text")), Answer::Cancel);
     console.SetErrorPolicy(Policy::Continue);
     EXPECT_EQ(console.ShowError(CString(u"text")), Answer::Ok);
@@ -117,7 +117,7 @@ TEST(Console, error_policy_can_be_changed) {
 }
 
 TEST(Console, policies_that_do_not_ask_leave_the_input) {
-  OnConsole("yes\n", [](CConsoleUserInterface &console) {
+  OnConsole("yes\n", [](CConsoleUserInterface& console) {
     console.SetErrorPolicy(Policy::Continue);
     EXPECT_EQ(console.ShowError(CString(u"text")), Answer::Ok);
     console.SetErrorPolicy(Policy::Abort);
@@ -128,15 +128,15 @@ TEST(Console, policies_that_do_not_ask_leave_the_input) {
 
 TEST(Console, question_is_answered_by_y_or_yes) {
   struct Row {
-    const char *input;
+    const char* input;
     bool expected;
   };
   const Row rows[] = {{"y\n", true}, {"Y\n", true},     {"yes\n", true},   {"YeS\r\n", true},
                       {"y", true},   {"n\n", false},    {"no\n", false},   {"\n", false},
                       {"", false},   {"yeah\n", false}, {"yes!\n", false}, {"1\n", false}};
-  for (const Row &row : rows) {
+  for (const Row& row : rows) {
     bool answer = !row.expected;
-    const Shown shown = OnConsole(row.input, [&](CConsoleUserInterface &console) {
+    const Shown shown = OnConsole(row.input, [&](CConsoleUserInterface& console) {
       answer = console.AskYesNo(CString(u"Go on?"), CString(u"Title"));
     });
     EXPECT_EQ(answer, row.expected) << row.input;
@@ -148,7 +148,7 @@ TEST(Console, question_is_answered_by_y_or_yes) {
 
 TEST(Console, file_is_a_line_of_input) {
   struct Row {
-    const char *input;
+    const char* input;
     std::optional<CString> expected;
   };
   const Row rows[] = {{"some file.txt\n", CString(u"some file.txt")},
@@ -157,9 +157,9 @@ TEST(Console, file_is_a_line_of_input) {
                       {"\n", std::nullopt},
                       {"\r\n", std::nullopt},
                       {"", std::nullopt}};
-  for (const Row &row : rows) {
+  for (const Row& row : rows) {
     std::optional<CString> chosen;
-    const Shown shown = OnConsole(row.input, [&](CConsoleUserInterface &console) { chosen = console.ChooseFile({}); });
+    const Shown shown = OnConsole(row.input, [&](CConsoleUserInterface& console) { chosen = console.ChooseFile({}); });
     EXPECT_EQ(chosen, row.expected) << row.input;
     EXPECT_NE(shown.error, "");
     EXPECT_EQ(shown.output, "");
@@ -168,20 +168,20 @@ TEST(Console, file_is_a_line_of_input) {
 
 TEST(Console, menu_entry_is_chosen_by_its_index) {
   CStringArray entries;
-  for (const char16_t *entry : {u"first", u"-", u"third"})
+  for (const char16_t* entry : {u"first", u"-", u"third"})
     entries.Add(CString(entry));
   struct Row {
-    const char *input;
+    const char* input;
     int expected;
   };
   const Row rows[] = {{"0\n", 0},    {"2\n", 2},    {"2", 2},
                       {"", -1},      {"1\n2\n", 2}, {"3\n0\n", 0},
                       {"x\n2\n", 2}, {"3\n", -1},   {"99999999999999999999\n0\n", 0},
                       {"1\n", -1}};
-  for (const Row &row : rows) {
+  for (const Row& row : rows) {
     int chosen = -2;
     const Shown shown =
-        OnConsole(row.input, [&](CConsoleUserInterface &console) { chosen = console.ShowPopupMenu(entries); });
+        OnConsole(row.input, [&](CConsoleUserInterface& console) { chosen = console.ShowPopupMenu(entries); });
     EXPECT_EQ(chosen, row.expected) << row.input;
     EXPECT_NE(shown.error.find("first"), std::string::npos);
     EXPECT_NE(shown.error.find("third"), std::string::npos);
@@ -190,7 +190,7 @@ TEST(Console, menu_entry_is_chosen_by_its_index) {
 }
 
 TEST(Console, answers_are_taken_line_by_line) {
-  OnConsole("y\nfile\n0\nc\n", [](CConsoleUserInterface &console) {
+  OnConsole("y\nfile\n0\nc\n", [](CConsoleUserInterface& console) {
     CStringArray entries;
     entries.Add(CString(u"entry"));
     console.SetErrorPolicy(Policy::Ask);
@@ -287,7 +287,7 @@ TEST(Console, no_tick_comes_after_its_timer_was_stopped) {
 
 TEST(Console, line_that_is_not_utf8_is_read_as_windows_1252) {
   std::optional<CString> chosen;
-  OnConsole("\xE4\x80.txt\n", [&](CConsoleUserInterface &console) { chosen = console.ChooseFile({}); });
+  OnConsole("\xE4\x80.txt\n", [&](CConsoleUserInterface& console) { chosen = console.ChooseFile({}); });
   EXPECT_EQ(chosen, CString(u"ä€.txt"));
 }
 

@@ -24,12 +24,12 @@ TEST(UserInterface, the_one_that_shows_nothing_answers_everything_with_no) {
 }
 
 TEST(UserInterface, default_is_the_console_until_another_is_set) {
-  EXPECT_NE(dynamic_cast<CConsoleUserInterface *>(&CUserInterface::Default()), nullptr);
+  EXPECT_NE(dynamic_cast<CConsoleUserInterface*>(&CUserInterface::Default()), nullptr);
   CUserInterface own;
   CUserInterface::SetDefault(&own);
   EXPECT_EQ(&CUserInterface::Default(), &own);
   CUserInterface::SetDefault(nullptr);
-  EXPECT_NE(dynamic_cast<CConsoleUserInterface *>(&CUserInterface::Default()), nullptr);
+  EXPECT_NE(dynamic_cast<CConsoleUserInterface*>(&CUserInterface::Default()), nullptr);
 }
 
 } // namespace

@@ -13,7 +13,7 @@ namespace {
 static_assert(sizeof(CVarBase) < 24, "an element of a 16,000-item array of numbers");
 
 // The items' texts, current index left as it was.
-std::vector<std::string> TextsOf(const CBasicVariable &variable) {
+std::vector<std::string> TextsOf(const CBasicVariable& variable) {
   CBasicVariable copy(variable);
   std::vector<std::string> texts;
   for (int i = 0; i < copy.GetNumItems(); ++i) {
@@ -112,7 +112,7 @@ TEST(BasicVariable, every_kind_can_be_added) {
   EXPECT_EQ(variable.AddItem(u"a"), 4);
   EXPECT_EQ(variable.AddItem(CString(u"b")), 5);
   EXPECT_EQ(variable.AddItem(CString(u"c").GetString()), 6);
-  EXPECT_EQ(variable.AddItem(static_cast<IDispatch *>(nullptr)), 7);
+  EXPECT_EQ(variable.AddItem(static_cast<IDispatch*>(nullptr)), 7);
   EXPECT_EQ(variable.AddItem("d"), 8);
   EXPECT_EQ(TextsOf(variable), (Texts{"1", "2.500000", "-1", "True", "a", "b", "c", "0", "d"}));
 }
@@ -158,7 +158,7 @@ TEST(BasicVariable, own_item_can_be_added_while_the_array_grows) {
   CBasicVariable variable(u"text that is long enough to be kept outside");
   for (int i = 1; i < 100; ++i)
     EXPECT_EQ(variable.AddItem(variable), i);
-  for (const std::string &text : TextsOf(variable))
+  for (const std::string& text : TextsOf(variable))
     EXPECT_EQ(text, "text that is long enough to be kept outside");
 }
 
@@ -243,7 +243,7 @@ TEST(BasicVariable, redim_takes_1_to_15999_and_rewinds_in_any_case) {
   };
   const Row rows[] = {{1, 1},     {2, 2},     {15999, 15999},  {0, 3},          {-1, 3},
                       {16000, 3}, {16001, 3}, {2147483647, 3}, {-2147483647, 3}};
-  for (const Row &row : rows) {
+  for (const Row& row : rows) {
     CBasicVariable variable(u"first");
     variable.AddItem(2);
     variable.AddItem(3);
@@ -284,7 +284,7 @@ TEST(BasicVariable, whole_copy_takes_items_index_and_user_data) {
   set.SetArraySize(10);
   set.Set(source);
   const CBasicVariable constructed(source);
-  for (const CBasicVariable *copy : {&std::as_const(assigned), &std::as_const(set), &constructed}) {
+  for (const CBasicVariable* copy : {&std::as_const(assigned), &std::as_const(set), &constructed}) {
     EXPECT_EQ(TextsOf(*copy), (Texts{"1", "two", ""}));
     EXPECT_EQ(copy->GetCurIndex(), 1);
     EXPECT_EQ(copy->m_userData, 0x123456789ABCDEF0ULL);
@@ -335,7 +335,7 @@ TEST(BasicVariable, string_buffer_works_on_the_current_item) {
   CBasicVariable variable(1);
   variable.AddItem(2);
   variable.SetCurIndex(1);
-  unsigned short *buffer = variable.GetStringBuffer(10);
+  unsigned short* buffer = variable.GetStringBuffer(10);
   EXPECT_EQ(buffer[0], u'2');
   buffer[1] = u'!';
   buffer[2] = 0;
@@ -364,7 +364,7 @@ class RecordVariable : public ::testing::Test {
 protected:
   RecordVariable() {
     m_record.SetArraySize(3);
-    const char16_t *const names[] = {u"id", u"name", u"größe"};
+    const char16_t* const names[] = {u"id", u"name", u"größe"};
     for (int i = 0; i < 3; ++i) {
       m_record.SetCurIndex(i);
       m_record.SetValue(i);
@@ -386,7 +386,7 @@ TEST_F(RecordVariable, field_is_found_whatever_its_letter_case) {
 
 TEST_F(RecordVariable, unknown_field_leaves_the_current_index) {
   m_record.SetCurIndex(2);
-  for (const char16_t *name : {u"", u"nam", u"names", u"other"}) {
+  for (const char16_t* name : {u"", u"nam", u"names", u"other"}) {
     EXPECT_FALSE(m_record.SetCurField(CString(name)));
     EXPECT_EQ(m_record.GetCurIndex(), 2);
   }

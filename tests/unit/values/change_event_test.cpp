@@ -23,7 +23,7 @@ struct Seen {
 };
 Seen seen;
 
-CBasicVariable NoteChange(CBrindle *, CBasicVariableArray &arguments, int) {
+CBasicVariable NoteChange(CBrindle*, CBasicVariableArray& arguments, int) {
   ++seen.count;
   seen.arguments = arguments.GetSize();
   if (arguments.GetSize() > 0) {
@@ -82,10 +82,10 @@ TEST_F(ChangeEvent, every_member_that_writes_throws_once) {
   m_variable.SetArraySize(2);
   seen = Seen();
   struct Row {
-    const char *name;
+    const char* name;
     std::function<void()> change;
   };
-  CBasicVariable &variable = m_variable;
+  CBasicVariable& variable = m_variable;
   const Row rows[] = {
       {"text", [&] { variable.SetValue(CString(u"x")); }},
       {"units", [&] { variable.SetValue(CString(u"x").GetString()); }},
@@ -129,7 +129,7 @@ TEST_F(ChangeEvent, every_member_that_writes_throws_once) {
       {"whole assigned", [&] { variable = source; }},
       {"whole item", [&] { variable.Set(CVarBase(1L)); }},
   };
-  for (const Row &row : rows)
+  for (const Row& row : rows)
     EXPECT_EQ(Thrown(row.change), 1) << row.name;
 }
 

@@ -42,9 +42,9 @@ TEST(ObjectReferences, copies_take_one_each_and_moves_none) {
     EXPECT_FALSE(copy.IsSet());
     set = std::move(moved); // gives its own back
     EXPECT_EQ(object.Held(), 3);
-    item = static_cast<const CVarBase &>(item);
+    item = static_cast<const CVarBase&>(item);
     EXPECT_EQ(object.Held(), 3);
-    CVarBase &same = item;
+    CVarBase& same = item;
     item = std::move(same);
     EXPECT_EQ(object.Held(), 3);
     EXPECT_EQ(item.GetObjectValue(), &object);
@@ -57,31 +57,31 @@ TEST(ObjectReferences, every_other_setter_of_an_item_releases_once) {
   VariantInit(&number);
   number.vt = VT_I4;
   struct Row {
-    const char *name;
-    std::function<void(CVarBase &)> write;
+    const char* name;
+    std::function<void(CVarBase&)> write;
   };
   const Row rows[] = {
-      {"text", [](CVarBase &item) { item.SetValue(CString(u"x")); }},
-      {"units", [](CVarBase &item) { item.SetValue(CString(u"x").GetString()); }},
-      {"double", [](CVarBase &item) { item.SetValue(1.5); }},
-      {"integer", [](CVarBase &item) { item.SetValue(1L); }},
-      {"boolean", [](CVarBase &item) { item.SetValue(false); }},
-      {"null object", [](CVarBase &item) { item.SetValue(static_cast<IDispatch *>(nullptr)); }},
-      {"item", [](CVarBase &item) { item.SetValue(CVarBase(2L)); }},
-      {"item that is not set", [](CVarBase &item) { item.SetValue(CVarBase()); }},
-      {"variant", [&](CVarBase &item) { EXPECT_TRUE(item.SetValue(number)); }},
-      {"assigned double", [](CVarBase &item) { item = 1.5; }},
-      {"assigned integer", [](CVarBase &item) { item = 1L; }},
-      {"assigned boolean", [](CVarBase &item) { item = true; }},
-      {"assigned text", [](CVarBase &item) { item = CString(u"x"); }},
-      {"assigned item", [](CVarBase &item) { item = CVarBase(); }},
+      {"text", [](CVarBase& item) { item.SetValue(CString(u"x")); }},
+      {"units", [](CVarBase& item) { item.SetValue(CString(u"x").GetString()); }},
+      {"double", [](CVarBase& item) { item.SetValue(1.5); }},
+      {"integer", [](CVarBase& item) { item.SetValue(1L); }},
+      {"boolean", [](CVarBase& item) { item.SetValue(false); }},
+      {"null object", [](CVarBase& item) { item.SetValue(static_cast<IDispatch*>(nullptr)); }},
+      {"item", [](CVarBase& item) { item.SetValue(CVarBase(2L)); }},
+      {"item that is not set", [](CVarBase& item) { item.SetValue(CVarBase()); }},
+      {"variant", [&](CVarBase& item) { EXPECT_TRUE(item.SetValue(number)); }},
+      {"assigned double", [](CVarBase& item) { item = 1.5; }},
+      {"assigned integer", [](CVarBase& item) { item = 1L; }},
+      {"assigned boolean", [](CVarBase& item) { item = true; }},
+      {"assigned text", [](CVarBase& item) { item = CString(u"x"); }},
+      {"assigned item", [](CVarBase& item) { item = CVarBase(); }},
       {"released buffer",
-       [](CVarBase &item) {
+       [](CVarBase& item) {
          EXPECT_NE(item.GetStringBuffer(10), nullptr);
          item.ReleaseStringBuffer();
        }},
   };
-  for (const Row &row : rows) {
+  for (const Row& row : rows) {
     CountingDispatch object;
     CVarBase item(&object);
     row.write(item);
@@ -96,35 +96,34 @@ TEST(ObjectReferences, every_other_setter_of_a_variable_releases_once) {
   number.vt = VT_R8;
   const CBasicVariable source(5);
   struct Row {
-    const char *name;
-    std::function<void(CBasicVariable &)> write;
+    const char* name;
+    std::function<void(CBasicVariable&)> write;
   };
   const Row rows[] = {
-      {"text", [](CBasicVariable &variable) { variable.SetValue(CString(u"x")); }},
-      {"units", [](CBasicVariable &variable) { variable.SetValue(CString(u"x").GetString()); }},
-      {"double", [](CBasicVariable &variable) { variable.SetValue(1.5); }},
-      {"integer", [](CBasicVariable &variable) { variable.SetValue(1); }},
-      {"boolean", [](CBasicVariable &variable) { variable.SetValue(true); }},
-      {"null object", [](CBasicVariable &variable) { variable.SetValue(static_cast<IDispatch *>(nullptr)); }},
-      {"variable", [&](CBasicVariable &variable) { variable.SetValue(source); }},
-      {"variant", [&](CBasicVariable &variable) { EXPECT_TRUE(variable.SetValue(number)); }},
-      {"indexed text", [](CBasicVariable &variable) { variable.SetValue(CString(u"x"), 0); }},
-      {"indexed double", [](CBasicVariable &variable) { variable.SetValue(1.5, 0); }},
-      {"indexed integer", [](CBasicVariable &variable) { variable.SetValue(1, 0); }},
-      {"indexed null object",
-       [](CBasicVariable &variable) { variable.SetValue(static_cast<IDispatch *>(nullptr), 0); }},
-      {"whole", [&](CBasicVariable &variable) { variable.Set(source); }},
-      {"whole item", [](CBasicVariable &variable) { variable.Set(CVarBase(1L)); }},
-      {"assigned", [&](CBasicVariable &variable) { variable = source; }},
-      {"assigned character", [](CBasicVariable &variable) { variable = static_cast<unsigned short>(u'x'); }},
-      {"assigned float", [](CBasicVariable &variable) { variable = 1.5F; }},
+      {"text", [](CBasicVariable& variable) { variable.SetValue(CString(u"x")); }},
+      {"units", [](CBasicVariable& variable) { variable.SetValue(CString(u"x").GetString()); }},
+      {"double", [](CBasicVariable& variable) { variable.SetValue(1.5); }},
+      {"integer", [](CBasicVariable& variable) { variable.SetValue(1); }},
+      {"boolean", [](CBasicVariable& variable) { variable.SetValue(true); }},
+      {"null object", [](CBasicVariable& variable) { variable.SetValue(static_cast<IDispatch*>(nullptr)); }},
+      {"variable", [&](CBasicVariable& variable) { variable.SetValue(source); }},
+      {"variant", [&](CBasicVariable& variable) { EXPECT_TRUE(variable.SetValue(number)); }},
+      {"indexed text", [](CBasicVariable& variable) { variable.SetValue(CString(u"x"), 0); }},
+      {"indexed double", [](CBasicVariable& variable) { variable.SetValue(1.5, 0); }},
+      {"indexed integer", [](CBasicVariable& variable) { variable.SetValue(1, 0); }},
+      {"indexed null object", [](CBasicVariable& variable) { variable.SetValue(static_cast<IDispatch*>(nullptr), 0); }},
+      {"whole", [&](CBasicVariable& variable) { variable.Set(source); }},
+      {"whole item", [](CBasicVariable& variable) { variable.Set(CVarBase(1L)); }},
+      {"assigned", [&](CBasicVariable& variable) { variable = source; }},
+      {"assigned character", [](CBasicVariable& variable) { variable = static_cast<unsigned short>(u'x'); }},
+      {"assigned float", [](CBasicVariable& variable) { variable = 1.5F; }},
       {"released buffer",
-       [](CBasicVariable &variable) {
+       [](CBasicVariable& variable) {
          EXPECT_NE(variable.GetStringBuffer(10), nullptr);
          variable.ReleaseStringBuffer();
        }},
   };
-  for (const Row &row : rows) {
+  for (const Row& row : rows) {
     CountingDispatch object;
     CBasicVariable variable;
     variable.SetValue(&object);
@@ -260,8 +259,8 @@ TEST(ObjectReferences, many_random_operations_leave_no_reference_behind) {
   {
     CBasicVariable variables[4];
     for (int step = 0; step < 20000; ++step) {
-      CBasicVariable &target = variables[next(4)];
-      const CBasicVariable &source = variables[next(4)];
+      CBasicVariable& target = variables[next(4)];
+      const CBasicVariable& source = variables[next(4)];
       switch (next(9)) {
       case 0: target.SetValue(&object); break;
       case 1: target = source; break;
@@ -278,7 +277,7 @@ TEST(ObjectReferences, many_random_operations_leave_no_reference_behind) {
       }
       }
       long expected = 0;
-      for (const CBasicVariable &variable : variables) {
+      for (const CBasicVariable& variable : variables) {
         CBasicVariable probe(variable);
         for (int i = 0; i < probe.GetNumItems(); ++i) {
           probe.SetCurIndex(i);

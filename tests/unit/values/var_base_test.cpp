@@ -28,12 +28,12 @@ struct ReadingRow {
   std::string name;
   CVarBase item;
   BASICVARTYPE type;
-  const char16_t *text;
+  const char16_t* text;
   double number;
   long integer;
 };
 
-void ExpectReading(const ReadingRow &row) {
+void ExpectReading(const ReadingRow& row) {
   EXPECT_EQ(row.item.GetType(), row.type) << row.name;
   EXPECT_EQ(row.item.IsSet(), row.type != BVT_NONE) << row.name;
   EXPECT_EQ(row.item.GetStringValue(), CString(row.text)) << row.name;
@@ -81,13 +81,13 @@ TEST(VarBase, scalars_read_as_text_number_and_integer) {
       {"unsigned short text", CVarBase(CString(u"é").GetString()), BVT_STRING, u"é", 0.0, 0},
       {"8-bit text", CVarBase("5 m"), BVT_STRING, u"5 m", 5.0, 5},
   };
-  for (const ReadingRow &row : rows)
+  for (const ReadingRow& row : rows)
     ExpectReading(row);
 }
 
 TEST(VarBase, setters_and_assignments_store_what_the_constructors_store) {
   const CVarBase starts[] = {CVarBase(), CVarBase(1L), CVarBase(1.5), CVarBase(true), CVarBase(u"text")};
-  for (const CVarBase &start : starts) {
+  for (const CVarBase& start : starts) {
     CVarBase item(start);
     item.SetValue(5L);
     EXPECT_EQ(item.GetStringValue(), u"5");
@@ -122,7 +122,7 @@ TEST(VarBase, setters_and_assignments_store_what_the_constructors_store) {
 }
 
 TEST(VarBase, null_text_is_the_empty_text) {
-  const unsigned short *none = nullptr;
+  const unsigned short* none = nullptr;
   CVarBase item(none);
   EXPECT_EQ(item.GetType(), BVT_STRING);
   EXPECT_EQ(item.GetStringValue(), u"");
@@ -135,7 +135,7 @@ TEST(VarBase, long_keeps_the_low_32_bits) {
 
 TEST(VarBase, copies_and_moves_keep_the_value) {
   const std::vector<CVarBase> originals = {CVarBase(), CVarBase(7L), CVarBase(2.5), CVarBase(true), CVarBase(u"text")};
-  for (const CVarBase &original : originals) {
+  for (const CVarBase& original : originals) {
     CVarBase copy(original);
     EXPECT_EQ(copy.GetType(), original.GetType());
     EXPECT_EQ(copy.GetStringValue(), original.GetStringValue());
@@ -144,7 +144,7 @@ TEST(VarBase, copies_and_moves_keep_the_value) {
     CVarBase assigned(u"old");
     assigned = std::move(moved);
     EXPECT_EQ(assigned.GetStringValue(), original.GetStringValue());
-    const CVarBase &same = assigned;
+    const CVarBase& same = assigned;
     assigned = same;
     EXPECT_EQ(assigned.GetStringValue(), original.GetStringValue());
   }
@@ -153,7 +153,7 @@ TEST(VarBase, copies_and_moves_keep_the_value) {
 TEST(VarBase, writing_to_a_copy_leaves_the_original) {
   CVarBase original(u"shared");
   CVarBase copy(original);
-  unsigned short *buffer = copy.GetStringBuffer(10);
+  unsigned short* buffer = copy.GetStringBuffer(10);
   buffer[0] = u'S';
   copy.ReleaseStringBuffer();
   EXPECT_EQ(copy.GetStringValue(), u"Shared");
@@ -175,7 +175,7 @@ TEST(VarBase, increment_counts_integers_and_doubles_only) {
 
   CountingDispatch object;
   CVarBase others[] = {CVarBase(), CVarBase(true), CVarBase(false), CVarBase(u"5"), CVarBase(&object)};
-  for (CVarBase &other : others) {
+  for (CVarBase& other : others) {
     const CString before = other.GetStringValue();
     const BASICVARTYPE type = other.GetType();
     EXPECT_FALSE(other.Increment());
@@ -194,7 +194,7 @@ TEST(VarBase, increment_works_beside_a_string_buffer) {
 TEST(VarBase, object_reads_as_the_low_32_bits_of_its_address) {
   CountingDispatch object;
   const auto low = static_cast<std::int32_t>(
-      static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(static_cast<IDispatch *>(&object))));
+      static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(static_cast<IDispatch*>(&object))));
   const CVarBase item(&object);
   EXPECT_EQ(item.GetType(), BVT_OBJECT);
   EXPECT_EQ(item.GetObjectValue(), &object);
@@ -204,7 +204,7 @@ TEST(VarBase, object_reads_as_the_low_32_bits_of_its_address) {
 }
 
 TEST(VarBase, null_object_is_an_object) {
-  IDispatch *const none = nullptr;
+  IDispatch* const none = nullptr;
   const CVarBase item(none);
   EXPECT_EQ(item.GetType(), BVT_OBJECT);
   EXPECT_EQ(item.GetObjectValue(), nullptr);
@@ -217,16 +217,16 @@ TEST(VarBase, null_object_is_an_object) {
 TEST(VarBase, string_buffer_starts_with_the_text_of_any_kind) {
   struct Row {
     CVarBase item;
-    const char16_t *text;
+    const char16_t* text;
   };
   const Row rows[] = {{CVarBase(), u""},
                       {CVarBase(-7L), u"-7"},
                       {CVarBase(2.5), u"2.500000"},
                       {CVarBase(true), u"True"},
                       {CVarBase(u"some text"), u"some text"}};
-  for (const Row &row : rows) {
+  for (const Row& row : rows) {
     CVarBase item(row.item);
-    const unsigned short *buffer = item.GetStringBuffer(2);
+    const unsigned short* buffer = item.GetStringBuffer(2);
     EXPECT_EQ(CString(buffer), CString(row.text));
     // Until it is released, the value is what it was.
     EXPECT_EQ(item.GetType(), row.item.GetType());
@@ -236,8 +236,8 @@ TEST(VarBase, string_buffer_starts_with_the_text_of_any_kind) {
 
 TEST(VarBase, released_string_buffer_becomes_the_value_up_to_the_first_zero) {
   CVarBase item(12L);
-  unsigned short *buffer = item.GetStringBuffer(100);
-  const char16_t *written = u"written by a caller";
+  unsigned short* buffer = item.GetStringBuffer(100);
+  const char16_t* written = u"written by a caller";
   for (int i = 0; i <= 19; ++i)
     buffer[i] = written[i];
   buffer[99] = u'x';
@@ -256,7 +256,7 @@ TEST(VarBase, released_string_buffer_becomes_the_value_up_to_the_first_zero) {
 
 TEST(VarBase, whole_string_buffer_may_be_filled) {
   CVarBase item(u"a");
-  unsigned short *buffer = item.GetStringBuffer(500);
+  unsigned short* buffer = item.GetStringBuffer(500);
   for (int i = 0; i < 500; ++i)
     buffer[i] = u'z';
   buffer[500] = 0;

@@ -36,7 +36,7 @@ bool IsStored(unsigned kind) {
   }
 }
 
-CVarBase Stored(const VARIANT &value) {
+CVarBase Stored(const VARIANT& value) {
   CVarBase item(u"before");
   EXPECT_TRUE(item.SetValue(value));
   return item;
@@ -82,7 +82,7 @@ TEST(VariantConversion, sixteen_bit_integers_are_widened_by_their_sign) {
   };
   const Row rows[] = {{VT_I2, 0, 0},  {VT_I2, 0x7FFF, 32767},  {VT_I2, 0x8000, -32768}, {VT_I2, 0xFFFD, -3},
                       {VT_UI2, 0, 0}, {VT_UI2, 0x7FFF, 32767}, {VT_UI2, 0x8000, 32768}, {VT_UI2, 0xFFFF, 65535L}};
-  for (const Row &row : rows) {
+  for (const Row& row : rows) {
     VARIANT value = Marked(row.kind); // the bytes beside the 16 bits are not zero
     value.uiVal = row.bits;
     const CVarBase item = Stored(value);

@@ -91,10 +91,10 @@ def run_script(runner, folder, text, limit=None):
     if limit is not None:
         def set_limit():
             resource.setrlimit(resource.RLIMIT_FSIZE, (limit, limit))
-    # Python ignores the signal of that limit, and so does the runner with restore_signals=False.
+    # The signal of that limit has its usual action here, which ends a process that does not care.
     done = subprocess.run([str(runner), "--ui=console", "--on-error=abort", "script.bas"], cwd=folder,
                           stdin=subprocess.DEVNULL, capture_output=True, timeout=TIMEOUT_SECONDS, check=False,
-                          restore_signals=False, preexec_fn=set_limit)
+                          preexec_fn=set_limit)
     return done.returncode, done.stdout.decode("utf-8").split("\n"), done.stderr.decode("utf-8", "replace").strip()
 
 

@@ -8,6 +8,7 @@
 #include "brindle/console_user_interface.h"
 #include "brindle/dbf.h"
 #include "brindle/dialog.h"
+#include "brindle/environment.h"
 #include "brindle/interpreter.h"
 #include "brindle/text.h"
 #include "brindle/user_interface.h"

@@ -174,4 +174,8 @@ void StartFile(std::u16string_view path, std::u16string_view parameters) {
   }
 }
 
+void IgnoreFileSizeSignal() noexcept {
+  ::signal(SIGXFSZ, SIG_IGN);
+}
+
 } // namespace brindle

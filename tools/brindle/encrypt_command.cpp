@@ -1,7 +1,6 @@
 #include "encrypt_command.h"
 
-#include "calls/script_cipher.h"
-#include "interpreter/scanner.h"
+#include <brindle/environment.h>
 
 #include <cstdio>
 #include <filesystem>
@@ -20,20 +19,6 @@ enum ExitStatus { kWritten = 0, kFailed = 1, kUsage = 2 };
 int Fail(const std::string& reason) {
   std::cerr << "brindle encrypt: " << reason << '\n';
   return kFailed;
-}
-
-// Whether the first word of the script is "encrypt", so that running it would decipher it.
-bool IsEnciphered(std::string_view script) {
-  constexpr std::string_view kWord = "encrypt";
-  const std::size_t start = script.find_first_not_of(" \t\r\n");
-  if (start == std::string_view::npos || script.size() - start < kWord.size())
-    return false;
-  for (std::size_t i = 0; i < kWord.size(); ++i)
-    if ((script[start + i] | 0x20) != kWord[i])
-      return false;
-  const std::string_view rest = script.substr(start + kWord.size());
-  const char next = rest.empty() ? '\n' : rest[0];
-  return next != ':' && brindle::IsDelimiterUnit(static_cast<unsigned char>(next)); // "encrypt:" is a label
 }
 
 bool WriteTo(std::FILE* file, const std::string& text) {
@@ -95,11 +80,11 @@ int EncryptCommand(const std::vector<std::string>& words) {
     return Fail("cannot read " + in.string());
   if (fs::equivalent(in, out, error))
     return Fail("the script would be lost: OUT is the same file as IN");
-  if (IsEnciphered(plain))
+  if (CEnvironment::IsEncipheredScript(plain))
     return Fail(in.string() + " is enciphered already");
 
   std::string reason;
-  const auto script = brindle::EncipherScript(plain, reason);
+  const auto script = CEnvironment::EncipherScript(plain, reason);
   if (!script)
     return Fail(in.string() + ": " + reason);
   // As private as the script is.

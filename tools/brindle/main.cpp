@@ -2,8 +2,6 @@
 #include <brindle/brindle.h>
 
 #include "encrypt_command.h"
-#include "platform/code_page.h"
-#include "platform/path.h"
 
 #include <CLI/CLI.hpp>
 
@@ -30,7 +28,7 @@ int Run(const Options& options) {
   bool loaded = false;
   {
     CBrindle interpreter;
-    loaded = interpreter.ExecuteProgram(CString(brindle::PathFromNative(options.scripts.front())));
+    loaded = interpreter.ExecuteProgram(CEnvironment::PathFromNative(options.scripts.front()));
     if (loaded && interpreter.IsResident())
       console.ServeUntilEndOfInput();
   }
@@ -45,6 +43,7 @@ int Run(const Options& options) {
 } // namespace
 
 int main(int argc, char** argv) {
+  CEnvironment::ReportFileSizeLimits();
   if (argc > 1 && std::string_view(argv[1]) == "encrypt")
     return EncryptCommand({argv + 2, argv + argc});
 
@@ -68,7 +67,7 @@ int main(int argc, char** argv) {
     app.parse(argc, argv);
     if (options.scripts.size() > 1)
       throw CLI::ValidationError("SCRIPT", "one script at a time");
-    if (!brindle::CodePage::SetAnsi(options.codePage))
+    if (!CEnvironment::SetAnsiCodePage(options.codePage))
       throw CLI::ValidationError("--codepage", "unknown code page " + options.codePage);
     if (options.userInterface == "window")
       throw CLI::ValidationError("--ui", "this build shows no windows");

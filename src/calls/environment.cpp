@@ -1,0 +1,36 @@
+#include "brindle/environment.h"
+
+#include "calls/script_cipher.h"
+#include "interpreter/scanner.h"
+#include "platform/code_page.h"
+#include "platform/path.h"
+#include "platform/process.h"
+
+bool CEnvironment::SetAnsiCodePage(std::string_view name) {
+  return brindle::CodePage::SetAnsi(name);
+}
+
+CString CEnvironment::PathFromNative(std::string_view path) {
+  return CString(brindle::PathFromNative(path));
+}
+
+void CEnvironment::ReportFileSizeLimits() {
+  brindle::IgnoreFileSizeSignal();
+}
+
+std::optional<std::string> CEnvironment::EncipherScript(std::string_view plain, std::string& reason) {
+  return brindle::EncipherScript(plain, reason);
+}
+
+bool CEnvironment::IsEncipheredScript(std::string_view script) {
+  constexpr std::string_view kWord = "encrypt";
+  const std::size_t start = script.find_first_not_of(" \t\r\n");
+  if (start == std::string_view::npos || script.size() - start < kWord.size())
+    return false;
+  for (std::size_t i = 0; i < kWord.size(); ++i)
+    if ((script[start + i] | 0x20) != kWord[i])
+      return false;
+  const std::string_view rest = script.substr(start + kWord.size());
+  const char next = rest.empty() ? '\n' : rest[0];
+  return next != ':' && brindle::IsDelimiterUnit(static_cast<unsigned char>(next)); // "encrypt:" is a label
+}

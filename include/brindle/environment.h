@@ -29,6 +29,15 @@ public:
   /// report, where the system would end the process by a signal. Child processes are started without it.
   static void ReportFileSizeLimits();
 
+  /// How programs are run. For tests: the results do not depend on it.
+  enum class Route {
+    Automatic, ///< statements are compiled when they are run for the second time
+    Parser,    ///< nothing is compiled
+    Eager      ///< statements are compiled at once, and given up at every so many operations
+  };
+  /// For the interpreters made from now on. `giveUpEvery` counts operations of the eager route; 0 is never.
+  static void SetRoute(Route route, unsigned giveUpEvery = 0) noexcept;
+
   /// The bytes of a script file that runs as the script `plain` does and cannot be read; nothing when the
   /// script would not come back as it is (it holds a zero byte, say), and then `reason` says why.
   [[nodiscard]] static std::optional<std::string> EncipherScript(std::string_view plain, std::string& reason);

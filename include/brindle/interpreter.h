@@ -8,6 +8,7 @@
 #include "brindle/user_interface.h"
 #include "brindle/variable.h"
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -36,6 +37,9 @@ class ProgramText;
 class ScriptDialog;
 class ScriptMap;
 class VariableSlot;
+class FastCompiler;
+class FastMachine;
+struct FastEntry;
 struct NameRef;
 struct Token;
 } // namespace brindle
@@ -101,9 +105,12 @@ public:
 private:
   friend struct BrindleTestAccess;
   friend class CBasicVariable;
+  friend class brindle::FastCompiler;
+  friend class brindle::FastMachine;
   using Arguments = CBasicVariableArray;
   struct ProcedureScope;
   struct RunScope;
+  enum class BodyState { GoesOn, Ended, Failed };
 
   // ---- interpreter: running a program, reading position (program.cpp, position.cpp)
   bool LoadProgram(const CString& fileName);
@@ -111,6 +118,9 @@ private:
   void RunHandlers(CStringArray& handlers, Arguments& args);
   void RunProgram(const CString& fileName);
   void RunLoop();
+  bool RunCompiled();
+  brindle::FastEntry* CompiledEntry();
+  bool TakeFromTape(int level, CBasicVariable& result);
   [[nodiscard]] CString GetCurrentLine();
   [[nodiscard]] char16_t CurChar() const noexcept;
   void NextChar() noexcept;
@@ -265,6 +275,7 @@ private:
   bool RunProcedure(const CFuncDesc& function, CBasicVariable& result, Arguments& args, bool isCall);
   bool BindParameters(Arguments& args);
   bool RunBody();
+  BodyState StepBody();
   bool ExecCall();
   bool FunctionsFree();
 
@@ -341,6 +352,7 @@ private:
   std::unique_ptr<brindle::InterpreterState> m_pState;
 
   static int m_nNumberOfCopies;
+  static std::atomic<std::uint64_t> m_nFunctionChanges;
   static CPtrList m_List;
   static CCriticalSection m_Door;
   static CMapStringToPtr m_ExtFunctionTable;

@@ -13,6 +13,9 @@
 #include <memory>
 
 class CBrindle;
+namespace brindle {
+struct RawValues;
+}
 
 /// The kind of a value as the language sees it: a boolean is a number.
 enum BASICVARTYPE : std::int32_t {
@@ -117,6 +120,7 @@ protected:
   };
 
   friend class CBasicVariable;
+  friend struct brindle::RawValues;
 };
 
 /// A script variable: one or more items, one of them current, and an optional change event.
@@ -246,6 +250,8 @@ public:
   std::uint64_t m_userData = 0;
 
 private:
+  friend struct brindle::RawValues;
+
   // One item in place, more on the heap.
   class ItemList {
   public:

@@ -1,6 +1,7 @@
 #include "brindle/environment.h"
 
 #include "calls/script_cipher.h"
+#include "interpreter/fast/machine.h"
 #include "interpreter/scanner.h"
 #include "platform/code_page.h"
 #include "platform/path.h"
@@ -16,6 +17,13 @@ CString CEnvironment::PathFromNative(std::string_view path) {
 
 void CEnvironment::ReportFileSizeLimits() {
   brindle::IgnoreFileSizeSignal();
+}
+
+void CEnvironment::SetRoute(Route route, unsigned giveUpEvery) noexcept {
+  brindle::FastState::SetDefault(route == Route::Automatic ? brindle::FastMode::Automatic
+                                 : route == Route::Parser  ? brindle::FastMode::Never
+                                                           : brindle::FastMode::Eager,
+                                 giveUpEvery);
 }
 
 std::optional<std::string> CEnvironment::EncipherScript(std::string_view plain, std::string& reason) {

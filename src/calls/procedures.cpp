@@ -117,33 +117,47 @@ bool EndsBody(COMMAND_TYPE command) {
 } // namespace
 
 bool CBrindle::RunBody() {
-  const TokenState& token = m_pState->token;
   FindEOL();
   for (;;) {
     get_token();
-    if (EndsBody(token.command))
-      return true;
-    if (token.command == COMMAND_END_OF_PROGRAM)
-      return Fail(kErrorEndFunctionMissing);
-    switch (token.kind) {
-    case TOKEN_VARIABLE:
-    case TOKEN_FIELD:
-    case TOKEN_FIELD_UNKNOWN:
-    case TOKEN_COMMAND:
-      Exec_command();
-      // A statement may have run into the end of the body, or have ended the program.
-      if (m_pState->stop || EndsBody(token.command))
+    if (RunCompiled()) {
+      if (m_pState->stop || EndsBody(m_pState->token.command))
         return true;
-      break;
-    case TOKEN_DELIMITER:
-    case TOKEN_COMMENT:
-    case TOKEN_LABEL: break;
-    case TOKEN_NONE: ReportError(kErrorUnexpectedOperator); return false;
-    default:
-      ReportError(kErrorUnexpectedOperator);
-      FindEOL();
-      break;
+      continue;
     }
+    switch (StepBody()) {
+    case BodyState::GoesOn: break;
+    case BodyState::Ended: return true;
+    case BodyState::Failed: return false;
+    }
+  }
+}
+
+// One step through a body; its token has been read.
+CBrindle::BodyState CBrindle::StepBody() {
+  const TokenState& token = m_pState->token;
+  if (EndsBody(token.command))
+    return BodyState::Ended;
+  if (token.command == COMMAND_END_OF_PROGRAM) {
+    ReportError(kErrorEndFunctionMissing);
+    return BodyState::Failed;
+  }
+  switch (token.kind) {
+  case TOKEN_VARIABLE:
+  case TOKEN_FIELD:
+  case TOKEN_FIELD_UNKNOWN:
+  case TOKEN_COMMAND:
+    Exec_command();
+    // A statement may have run into the end of the body, or have ended the program.
+    return m_pState->stop || EndsBody(token.command) ? BodyState::Ended : BodyState::GoesOn;
+  case TOKEN_DELIMITER:
+  case TOKEN_COMMENT:
+  case TOKEN_LABEL: return BodyState::GoesOn;
+  case TOKEN_NONE: ReportError(kErrorUnexpectedOperator); return BodyState::Failed;
+  default:
+    ReportError(kErrorUnexpectedOperator);
+    FindEOL();
+    return BodyState::GoesOn;
   }
 }
 
@@ -176,6 +190,7 @@ bool CBrindle::ExecCall() {
 
 bool CBrindle::FunctionsFree() {
   m_pState->functions.Clear();
+  ++m_nFunctionChanges;
   if (m_nNumberOfCopies == 1) {
     for (const auto& entry : m_ExtFunctionTable)
       delete static_cast<CFuncDesc*>(entry.second);

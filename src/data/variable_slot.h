@@ -52,6 +52,8 @@ public:
   [[nodiscard]] CBasicVariable* Box();
 
 private:
+  friend struct RawValues;
+
   [[nodiscard]] bool IsBoxed() const noexcept { return m_kind == kSlotBoxed; }
   [[nodiscard]] CBasicVariable* Contents() const noexcept { return static_cast<CBasicVariable*>(m_pBox); }
 };

@@ -79,26 +79,46 @@ VariableSlot* VariableStore::FindLocal(int number, int level) noexcept {
   if (static_cast<std::size_t>(level) >= m_frames.size())
     return nullptr;
   Frame& frame = m_frames[static_cast<std::size_t>(level)];
-  if (static_cast<std::size_t>(number) >= frame.size())
+  const auto place = static_cast<std::size_t>(number + kTemporaries);
+  if (place >= frame.size())
     return nullptr;
-  VariableSlot& slot = frame[static_cast<std::size_t>(number)];
+  VariableSlot& slot = frame[place];
   return slot.IsDefined() ? &slot : nullptr;
 }
 
 VariableSlot& VariableStore::LocalSlot(int number, int level) {
+  return FrameAt(level)[number + kTemporaries];
+}
+
+// With room for every name: names are made by reading the program, so that a frame grows a few times at most.
+VariableSlot* VariableStore::MakeFrame(int level) {
   if (static_cast<std::size_t>(level) >= m_frames.size())
     m_frames.resize(static_cast<std::size_t>(level) + 1);
   Frame& frame = m_frames[static_cast<std::size_t>(level)];
-  if (static_cast<std::size_t>(number) >= frame.size())
-    frame.resize(static_cast<std::size_t>(number) + 1);
-  return frame[static_cast<std::size_t>(number)];
+  const bool isNew = frame.empty();
+  frame.resize(m_names.size() + kTemporaries);
+  for (std::size_t place = 0; isNew && place < kNumberTemporaries; ++place)
+    frame[place].SetNumber(0);
+  return frame.data();
+}
+
+int VariableStore::LocalPlace(int number) noexcept {
+  m_names[static_cast<std::size_t>(number)].usedAsLocal = true;
+  return number + kTemporaries;
+}
+
+VariableSlot* VariableStore::FindGlobal(const NameRef& name) noexcept {
+  for (const auto& global : m_names[static_cast<std::size_t>(name.number)].globals)
+    if (global->spelling == name.spelling)
+      return &global->slot;
+  return nullptr;
 }
 
 VariableSlot* VariableStore::Find(const NameRef& name, int level) {
   Name& entry = m_names[static_cast<std::size_t>(name.number)];
-  for (Global& global : entry.globals)
-    if (global.slot.IsDefined() && global.spelling == name.spelling)
-      return &global.slot;
+  for (const auto& global : entry.globals)
+    if (global->slot.IsDefined() && global->spelling == name.spelling)
+      return &global->slot;
   if (entry.aliasNumber >= 0 && name.spelling == entry.lowered) {
     if (VariableSlot* slot = FindLocal(entry.aliasNumber, entry.aliasLevel))
       return slot;
@@ -112,11 +132,13 @@ VariableSlot& VariableStore::Make(const NameRef& name, int level, bool global) {
   Name& entry = m_names[static_cast<std::size_t>(name.number)];
   if (entry.aliasNumber >= 0 && name.spelling == entry.lowered)
     return LocalSlot(entry.aliasNumber, entry.aliasLevel);
-  for (Global& known : entry.globals)
-    if (known.spelling == name.spelling)
-      return known.slot;
-  entry.globals.push_back({name.spelling, VariableSlot()});
-  return entry.globals.back().slot;
+  for (const auto& known : entry.globals)
+    if (known->spelling == name.spelling)
+      return known->slot;
+  if (entry.usedAsLocal)
+    ++m_nLayout;
+  entry.globals.push_back(std::make_unique<Global>(Global{name.spelling, VariableSlot()}));
+  return entry.globals.back()->slot;
 }
 
 CString VariableStore::KeyOf(const NameRef& name, int level) {
@@ -135,11 +157,11 @@ bool VariableStore::Undefine(const NameRef& name, int level) {
 int VariableStore::Count() const {
   int count = 0;
   for (const Frame& frame : m_frames)
-    for (const VariableSlot& slot : frame)
-      count += slot.IsDefined() ? 1 : 0;
+    for (std::size_t place = kTemporaries; place < frame.size(); ++place)
+      count += frame[place].IsDefined() ? 1 : 0;
   for (const Name& name : m_names)
-    for (const Global& global : name.globals)
-      count += global.slot.IsDefined() ? 1 : 0;
+    for (const auto& global : name.globals)
+      count += global->slot.IsDefined() ? 1 : 0;
   return count;
 }
 
@@ -151,15 +173,17 @@ int VariableStore::RemoveLevel(int level) {
       ++removed;
     }
   };
-  if (static_cast<std::size_t>(level) < m_frames.size())
-    for (VariableSlot& slot : m_frames[static_cast<std::size_t>(level)])
-      remove(slot);
+  if (static_cast<std::size_t>(level) < m_frames.size()) {
+    Frame& frame = m_frames[static_cast<std::size_t>(level)];
+    for (std::size_t place = kTemporaries; place < frame.size(); ++place)
+      remove(frame[place]);
+  }
   // A global whose spelling happens to end like a local's key is taken for one.
   const CString suffix = CString(kScopeMark) + FormatInteger(level);
   for (Name& name : m_names)
-    for (Global& global : name.globals)
-      if (global.spelling.GetLength() > suffix.GetLength() && global.spelling.View().ends_with(suffix.View()))
-        remove(global.slot);
+    for (const auto& global : name.globals)
+      if (global->spelling.GetLength() > suffix.GetLength() && global->spelling.View().ends_with(suffix.View()))
+        remove(global->slot);
   return removed;
 }
 
@@ -173,12 +197,13 @@ std::vector<VariableStore::Place> VariableStore::PlacesOfObjects(int level) {
     return mark == std::u16string_view::npos ? otherwise : ParseInteger(key.View().substr(mark + kScopeMark.size()));
   };
   for (std::size_t frame = 0; frame < m_frames.size(); ++frame)
-    for (std::size_t number = 0; number < m_frames[frame].size(); ++number)
-      if (m_frames[frame][number].HoldsObject() && levelOf(m_names[number].lowered, static_cast<int>(frame)) >= level)
-        places.push_back({false, frame, number});
+    for (std::size_t place = kTemporaries; place < m_frames[frame].size(); ++place)
+      if (m_frames[frame][place].HoldsObject() &&
+          levelOf(m_names[place - kTemporaries].lowered, static_cast<int>(frame)) >= level)
+        places.push_back({false, frame, place - kTemporaries});
   for (std::size_t name = 0; name < m_names.size(); ++name)
     for (std::size_t i = 0; i < m_names[name].globals.size(); ++i)
-      if (m_names[name].globals[i].slot.HoldsObject() && levelOf(m_names[name].globals[i].spelling, 0) >= level)
+      if (m_names[name].globals[i]->slot.HoldsObject() && levelOf(m_names[name].globals[i]->spelling, 0) >= level)
         places.push_back({true, name, i});
   if (level <= 2) // nothing shallower is ever asked for
     m_mayHoldObjects = !places.empty();
@@ -190,7 +215,7 @@ VariableSlot* VariableStore::At(const Place& place) noexcept {
   if (!place.global)
     return FindLocal(static_cast<int>(place.inner), static_cast<int>(place.outer));
   if (place.outer < m_names.size() && place.inner < m_names[place.outer].globals.size())
-    slot = &m_names[place.outer].globals[place.inner].slot;
+    slot = &m_names[place.outer].globals[place.inner]->slot;
   return slot != nullptr && slot->IsDefined() ? slot : nullptr;
 }
 
@@ -198,7 +223,8 @@ void VariableStore::Clear() noexcept {
   // The names keep their numbers: tokens remember them. The variables leave the store before they end.
   const std::vector<Frame> frames = std::exchange(m_frames, {});
   for (Name& name : m_names)
-    const std::vector<Global> globals = std::exchange(name.globals, {});
+    const std::vector<std::unique_ptr<Global>> globals = std::exchange(name.globals, {});
+  ++m_nLayout;
 }
 
 } // namespace brindle

@@ -13,6 +13,7 @@
 #include "brindle/collections.h"
 #include "data/variable_slot.h"
 
+#include <memory>
 #include <optional>
 #include <unordered_map>
 #include <vector>
@@ -59,6 +60,28 @@ public:
   [[nodiscard]] VariableSlot* At(const Place& place) noexcept;
   void Clear() noexcept;
 
+  // What compiled statements use. A frame starts with slots that are nobody's variables, for intermediate values.
+  // The first of them always hold numbers.
+  static constexpr int kNumberTemporaries = 16;
+  static constexpr int kTemporaries = 40;
+  // The level's frame with room for every name known by now; good until a variable of a new name is made.
+  [[nodiscard]] VariableSlot* FrameAt(int level) {
+    const auto at = static_cast<std::size_t>(level);
+    return at < m_frames.size() && m_frames[at].size() >= m_names.size() + kTemporaries ? m_frames[at].data()
+                                                                                        : MakeFrame(level);
+  }
+  // The slot of a local within its frame. From now on a global of that name makes compiled statements stale.
+  [[nodiscard]] int LocalPlace(int number) noexcept;
+  // The global of that spelling, defined or not, null when there is none. Its address stays good.
+  [[nodiscard]] VariableSlot* FindGlobal(const NameRef& name) noexcept;
+  // Whether the name leads to some level's frame.
+  [[nodiscard]] bool IsAlias(int number) const noexcept {
+    return m_names[static_cast<std::size_t>(number)].aliasNumber >= 0;
+  }
+  // Changes whenever statements that were compiled for a name no longer mean what they did.
+  [[nodiscard]] unsigned Layout() const noexcept { return m_nLayout; }
+  [[nodiscard]] bool MayHoldObjects() const noexcept { return m_mayHoldObjects; }
+
 private:
   struct Global {
     CString spelling;
@@ -66,18 +89,21 @@ private:
   };
   struct Name {
     CString lowered;
-    std::vector<Global> globals;
-    int aliasNumber = -1; // of a name of the form NAME__#LEVEL
+    std::vector<std::unique_ptr<Global>> globals; // their addresses stay
+    bool usedAsLocal = false;                     // by a compiled statement
+    int aliasNumber = -1;                         // of a name of the form NAME__#LEVEL
     int aliasLevel = 0;
   };
   using Frame = std::vector<VariableSlot>;
 
   [[nodiscard]] VariableSlot* FindLocal(int number, int level) noexcept;
   [[nodiscard]] VariableSlot& LocalSlot(int number, int level);
+  VariableSlot* MakeFrame(int level);
 
   std::vector<Name> m_names;
   std::unordered_map<CString, int> m_numbers;
-  std::vector<Frame> m_frames; // by level
+  std::vector<Frame> m_frames; // by level; a variable stands behind the temporaries
+  unsigned m_nLayout = 0;
   bool m_mayHoldObjects = false;
 };
 

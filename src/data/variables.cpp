@@ -140,7 +140,7 @@ void CBrindle::ObjectVariablesFree(int level) {
 bool CBrindle::ExecGetVarStats(CBasicVariable& result, Arguments&, FUNCTION_TYPE) {
   constexpr int kPredefined = 3; // Nothing, True, False
   result.AddItem(m_pState->m_mapVariables.Count() - kPredefined);
-  result.AddItem(m_pState->m_arrTemporaries.GetSize());
+  result.AddItem(m_pState->m_arrTemporaries.GetSize() + static_cast<int>(m_pState->fast.RecordedNames()));
   return true;
 }
 

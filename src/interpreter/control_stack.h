@@ -5,6 +5,7 @@
 #pragma once
 
 #include "brindle/text.h"
+#include "interpreter/scanner.h"
 
 #include <cstdint>
 #include <vector>
@@ -14,6 +15,7 @@ struct CStackData {
   double value = 0;           // end value of a "for"
   std::uint32_t position = 0; // the body of a "for", the word "do" of a "do"
   bool inUse = true;
+  const brindle::Token* site = nullptr; // the variable in the text, of a "for" that a program runs
 };
 
 namespace brindle {

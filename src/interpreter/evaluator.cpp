@@ -47,20 +47,24 @@ void CBrindle::get_exp(CBasicVariable& result) {
 }
 
 void CBrindle::level2(CBasicVariable& result) {
-  level3(result);
+  if (m_pState->fast.tape.IsEmpty() || !TakeFromTape(2, result))
+    level3(result);
   for (char16_t operation = FirstUnit(m_pState->token); operation == u'+' || operation == u'-';
        operation = FirstUnit(m_pState->token))
     ApplyOperator(operation, &CBrindle::level3, result);
 }
 
 void CBrindle::level3(CBasicVariable& result) {
-  level4(result);
+  if (m_pState->fast.tape.IsEmpty() || !TakeFromTape(3, result))
+    level4(result);
   for (char16_t operation = FirstUnit(m_pState->token); operation == u'*' || operation == u'/' || operation == u'%';
        operation = FirstUnit(m_pState->token))
     ApplyOperator(operation, &CBrindle::level4, result);
 }
 
 void CBrindle::level4(CBasicVariable& result) {
+  if (!m_pState->fast.tape.IsEmpty() && TakeFromTape(4, result))
+    return;
   level5(result);
   if (FirstUnit(m_pState->token) == u'^') {
     CheckNesting();
@@ -69,6 +73,8 @@ void CBrindle::level4(CBasicVariable& result) {
 }
 
 void CBrindle::level5(CBasicVariable& result) {
+  if (!m_pState->fast.tape.IsEmpty() && TakeFromTape(5, result))
+    return;
   char16_t sign = 0;
   if (IsDelimiter(u'+') || IsDelimiter(u'-')) {
     sign = FirstUnit(m_pState->token);
@@ -80,6 +86,8 @@ void CBrindle::level5(CBasicVariable& result) {
 }
 
 void CBrindle::level6(CBasicVariable& result) {
+  if (!m_pState->fast.tape.IsEmpty() && TakeFromTape(6, result))
+    return;
   if (!IsDelimiter(u'(')) {
     primitive(result);
     return;
@@ -93,6 +101,8 @@ void CBrindle::level6(CBasicVariable& result) {
 }
 
 void CBrindle::primitive(CBasicVariable& result) {
+  if (!m_pState->fast.tape.IsEmpty() && TakeFromTape(7, result))
+    return;
   switch (m_pState->token.kind) {
   case TOKEN_VARIABLE: ReadVariable(result); break;
   case TOKEN_FIELD: ReadRecordField(result); break;

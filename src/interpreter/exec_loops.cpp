@@ -29,6 +29,7 @@ bool CBrindle::ExecFor() {
   if (m_pState->token.kind != TOKEN_VARIABLE)
     return Fail(kErrorExpectedEqual);
   const CString variable = m_pState->token.Text();
+  const Token* const site = m_pState->keepTokens ? m_pState->token.token : nullptr;
   get_token();
   if (!IsDelimiter(u'='))
     return Fail(kErrorExpectedEqual);
@@ -42,7 +43,7 @@ bool CBrindle::ExecFor() {
   CBasicVariable end;
   get_exp(end);
   if (end.GetNumberValue() >= start.GetNumberValue())
-    return PushToStack(variable, end.GetNumberValue(), m_pState->position);
+    return PushToStack(CStackData{variable, end.GetNumberValue(), m_pState->position, true, site});
   return FindLastPair(COMMAND_FOR, COMMAND_NEXT, COMMAND_NONE);
 }
 

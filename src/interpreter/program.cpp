@@ -157,7 +157,10 @@ void CBrindle::RunLoop() {
     case TOKEN_VARIABLE:
     case TOKEN_FIELD:
     case TOKEN_FIELD_UNKNOWN:
-    case TOKEN_COMMAND: Exec_command(); break;
+    case TOKEN_COMMAND:
+      if (!RunCompiled())
+        Exec_command();
+      break;
     case TOKEN_DELIMITER:
     case TOKEN_COMMENT:
     case TOKEN_LABEL: break;

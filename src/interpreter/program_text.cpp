@@ -1,5 +1,7 @@
 #include "interpreter/program_text.h"
 
+#include "interpreter/fast/code.h"
+
 namespace brindle {
 
 namespace {
@@ -10,6 +12,10 @@ std::uint64_t SkipKey(std::uint32_t position, COMMAND_TYPE open, COMMAND_TYPE mi
 }
 
 } // namespace
+
+ProgramText::ProgramText(std::u16string text) : m_text(std::move(text)), m_fast(std::make_unique<FastCode>()) {}
+
+ProgramText::~ProgramText() = default;
 
 const Token& ProgramText::ReadToken(std::uint32_t position, const WordTable& words) {
   const std::size_t page = position / kPageSize;

@@ -23,9 +23,12 @@ struct SkipTarget {
   BASIC_TOKEN_TYPE previousKind = TOKEN_NONE;
 };
 
+class FastCode;
+
 class ProgramText {
 public:
-  explicit ProgramText(std::u16string text) : m_text(std::move(text)) {}
+  explicit ProgramText(std::u16string text);
+  ~ProgramText();
 
   [[nodiscard]] std::u16string_view Text() const noexcept { return m_text; }
   [[nodiscard]] std::uint32_t Length() const noexcept { return static_cast<std::uint32_t>(m_text.size()); }
@@ -61,6 +64,9 @@ public:
   [[nodiscard]] const SkipTarget* FindSkip(std::uint32_t position, COMMAND_TYPE open, COMMAND_TYPE middle) const;
   void KeepSkip(std::uint32_t position, COMMAND_TYPE open, COMMAND_TYPE middle, const SkipTarget& target);
 
+  // What the statements of this text were compiled to.
+  [[nodiscard]] FastCode& Fast() noexcept { return *m_fast; }
+
 private:
   // The index table comes in pages, so that a text of which little runs costs little.
   static constexpr std::uint32_t kPageSize = 1024;
@@ -73,6 +79,7 @@ private:
   std::vector<Page> m_pages;
   std::deque<Token> m_tokens;
   std::unordered_map<std::uint64_t, SkipTarget> m_skips;
+  std::unique_ptr<FastCode> m_fast;
 };
 
 } // namespace brindle

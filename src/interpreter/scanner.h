@@ -11,16 +11,19 @@
 
 namespace brindle {
 
+struct FastEntry;
+
 struct Token {
   BASIC_TOKEN_TYPE kind = TOKEN_NONE; // TOKEN_IDENTIFIER for a dotted name that is not called
   COMMAND_TYPE command = COMMAND_NONE;
   KEYWORD_TYPE keyword = KEYWORD_NONE;
   std::uint32_t start = 0;
   std::uint32_t end = 0;
-  CString text;              // a literal's without its quotes, a comment's and the end's empty
-  CString lowered;           // of words
-  double number = 0;         // of numeric literals
-  mutable int variable = -1; // the store's number for the name, once asked for
+  CString text;                      // a literal's without its quotes, a comment's and the end's empty
+  CString lowered;                   // of words
+  double number = 0;                 // of numeric literals
+  mutable int variable = -1;         // the store's number for the name, once asked for
+  mutable FastEntry* fast = nullptr; // of the statement that begins here, once it was run
 };
 
 // Any of "\n", "\r" and NUL.

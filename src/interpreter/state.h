@@ -9,9 +9,11 @@
 #include "calls/event_table.h"
 #include "data/map_table.h"
 #include "data/random_source.h"
+#include "data/raw_values.h"
 #include "data/record_type.h"
 #include "data/variable_store.h"
 #include "interpreter/control_stack.h"
+#include "interpreter/fast/machine.h"
 #include "interpreter/function_table.h"
 #include "interpreter/program_text.h"
 #include "io/com_port_table.h"
@@ -57,6 +59,7 @@ struct InterpreterState {
   TokenState token;
   Token scratch; // the current token while none are kept
   std::vector<ReturnPosition> positions;
+  FastState fast;
 
   // The run.
   bool stop = false;

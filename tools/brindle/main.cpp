@@ -20,7 +20,22 @@ struct Options {
   std::string userInterface = "auto";
   CConsoleUserInterface::ErrorPolicy errorPolicy = CConsoleUserInterface::ErrorPolicy::Automatic;
   std::string codePage = "UTF-8";
+  std::string route = "auto";
 };
+
+bool SetRoute(const std::string& name) {
+  constexpr std::string_view kEager = "eager:";
+  using Route = CEnvironment::Route;
+  if (name == "auto" || name == "parser" || name == "eager") {
+    CEnvironment::SetRoute(name == "auto" ? Route::Automatic : name == "parser" ? Route::Parser : Route::Eager);
+    return true;
+  }
+  if (!name.starts_with(kEager) || name.size() == kEager.size() || name.size() > kEager.size() + 6 ||
+      name.find_first_not_of("0123456789", kEager.size()) != std::string::npos)
+    return false;
+  CEnvironment::SetRoute(Route::Eager, static_cast<unsigned>(std::stoul(name.substr(kEager.size()))));
+  return true;
+}
 
 int Run(const Options& options) {
   CConsoleUserInterface console(options.errorPolicy);
@@ -61,12 +76,17 @@ int main(int argc, char** argv) {
                  "How an error box is answered: ask (the default on a terminal), continue, or abort (otherwise)")
       ->transform(CLI::CheckedTransformer(policies));
   app.add_option("--codepage", options.codePage, "The code page of scripts and text files, UTF-8 by default");
+  app.add_option("--route", options.route,
+                 "For tests: auto, parser, eager or eager:N (give up at every N-th operation)")
+      ->group("");
   app.add_option("SCRIPT", options.scripts, "The script file")->required();
 
   try {
     app.parse(argc, argv);
     if (options.scripts.size() > 1)
       throw CLI::ValidationError("SCRIPT", "one script at a time");
+    if (!SetRoute(options.route))
+      throw CLI::ValidationError("--route", "unknown route " + options.route);
     if (!CEnvironment::SetAnsiCodePage(options.codePage))
       throw CLI::ValidationError("--codepage", "unknown code page " + options.codePage);
     if (options.userInterface == "window")

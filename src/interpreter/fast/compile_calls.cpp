@@ -1,0 +1,233 @@
+// Calls: script procedures as frames of the machine, built-in functions through their handlers, and some of those as
+// operations of their own.
+#include "interpreter/fast/compiler.h"
+
+#include "interpreter/state.h"
+#include "platform/number_text.h"
+
+#include <cmath>
+
+namespace brindle {
+
+namespace {
+
+using Function1 = double (*)(double);
+
+double Log2(double x) {
+  return std::log(x) / std::log(2.0);
+}
+
+// The functions of one number that give a number.
+Function1 FunctionOfNumber(FUNCTION_TYPE code) {
+  switch (code) {
+  case FUNCTION_SIN: return static_cast<Function1>(std::sin);
+  case FUNCTION_COS: return static_cast<Function1>(std::cos);
+  case FUNCTION_TAN: return static_cast<Function1>(std::tan);
+  case FUNCTION_ASIN: return static_cast<Function1>(std::asin);
+  case FUNCTION_ACOS: return static_cast<Function1>(std::acos);
+  case FUNCTION_ATAN: return static_cast<Function1>(std::atan);
+  case FUNCTION_SQR: return static_cast<Function1>(std::sqrt);
+  case FUNCTION_LOG: return static_cast<Function1>(std::log);
+  case FUNCTION_LOG10: return static_cast<Function1>(std::log10);
+  case FUNCTION_LOG2: return Log2;
+  case FUNCTION_ABS: return static_cast<Function1>(std::fabs);
+  default: return nullptr;
+  }
+}
+
+} // namespace
+
+CFuncDesc* FastCompiler::FunctionOf(const FastNode& node) const {
+  if (node.token->lowered.Find(u'.') >= 0)
+    return nullptr;
+  return m_interpreter.FindFunction(node.token->lowered);
+}
+
+bool FastCompiler::IsIntrinsic(const FastNode& node) {
+  const CFuncDesc* function = FunctionOf(node);
+  if (function == nullptr || function->m_nKind != CFuncDesc::kBuiltIn)
+    return false;
+  const std::size_t count = node.arguments.size();
+  switch (function->m_nCode) {
+  case FUNCTION_INT: return count == 1;
+  case FUNCTION_MAX:
+  case FUNCTION_MIN: return count == 2;
+  case FUNCTION_LEN:
+  case FUNCTION_VAL: return count == 1 && node.arguments[0]->kind != FastNode::Number;
+  case FUNCTION_LEFT:
+  case FUNCTION_RIGHT:
+  case FUNCTION_INSTR: return count == 2;
+  case FUNCTION_MID: return count == 3;
+  default: return count == 1 && FunctionOfNumber(function->m_nCode) != nullptr;
+  }
+}
+
+bool FastCompiler::Intrinsic(FastNode& node, FUNCTION_TYPE code, Operand& out, bool& isKnown) {
+  isKnown = IsIntrinsic(node);
+  if (!isKnown)
+    return true;
+  const Function1 function = FunctionOfNumber(code);
+  const bool isExtreme = code == FUNCTION_MAX || code == FUNCTION_MIN;
+  if (function == nullptr && code != FUNCTION_INT && !isExtreme)
+    return TextIntrinsic(node, code, out, isKnown);
+
+  const std::size_t live = CountLive();
+  Operand operands[2];
+  for (std::size_t i = 0; i < node.arguments.size(); ++i)
+    if (!NumberOperand(*node.arguments[i], false, operands[i]) ||
+        !InNumberTemporary(*node.arguments[i], false, operands[i]))
+      return false;
+  std::size_t cell = 0;
+  if (isExtreme) {
+    cell = Emit(FastOperation::Extreme, 0, operands[0].slot, operands[1].slot);
+    EmitData(nullptr, code == FUNCTION_MAX ? 1U : 0U, 0U);
+  } else if (function != nullptr) {
+    cell = Emit(FastOperation::Function1, 0, operands[0].slot);
+    EmitData(reinterpret_cast<const void*>(function));
+  } else {
+    cell = Emit(FastOperation::ToInteger, 0, operands[0].slot);
+  }
+  PopTo(live);
+  if (!NewNumber(out))
+    return false;
+  out.isInteger = code == FUNCTION_INT;
+  m_chunk->cells[cell].a = out.slot;
+  Push(out, node);
+  return true;
+}
+
+// The text functions that need no handler: the text first, as a part, then numbers in temporaries.
+bool FastCompiler::TextIntrinsic(FastNode& node, FUNCTION_TYPE code, Operand& out, bool& isKnown) {
+  isKnown = true;
+  const std::size_t live = CountLive();
+  std::vector<FastPart> parts;
+  bool effects = false;
+  for (const FastNode* argument : node.arguments)
+    effects = effects || HasEffects(*argument);
+  if (!TextPart(*node.arguments[0], parts, effects))
+    return false;
+  if (code == FUNCTION_INSTR && !TextPart(*node.arguments[1], parts, effects))
+    return false;
+  Operand first;
+  Operand count;
+  const bool hasNumbers = code == FUNCTION_LEFT || code == FUNCTION_RIGHT || code == FUNCTION_MID;
+  if (hasNumbers &&
+      (!NumberOperand(*node.arguments[1], false, first) || !InNumberTemporary(*node.arguments[1], false, first)))
+    return false;
+  if (code == FUNCTION_MID &&
+      (!NumberOperand(*node.arguments[2], false, count) || !InNumberTemporary(*node.arguments[2], false, count)))
+    return false;
+
+  m_code.m_parts.push_back(std::move(parts));
+  const void* const data = &m_code.m_parts.back();
+  std::size_t cell = 0;
+  bool isText = hasNumbers;
+  switch (code) {
+  case FUNCTION_LEN: cell = Emit(FastOperation::Length); break;
+  case FUNCTION_VAL: cell = Emit(FastOperation::ValueOf); break;
+  case FUNCTION_INSTR: cell = Emit(FastOperation::Search); break;
+  default: cell = Emit(FastOperation::Part, 0, first.slot, count.slot); break;
+  }
+  EmitData(data, static_cast<std::uint32_t>(code), 0U);
+  PopTo(live);
+  if (isText ? !NewValue(out) : !NewNumber(out))
+    return false;
+  out.isInteger = code == FUNCTION_LEN || code == FUNCTION_INSTR;
+  m_chunk->cells[cell].a = out.slot;
+  Push(out, node);
+  return true;
+}
+
+bool FastCompiler::ArgumentsInTemporaries(FastNode& node, std::uint32_t& first) {
+  first = VariableStore::kNumberTemporaries + m_values;
+  for (FastNode* argument : node.arguments) {
+    Operand operand;
+    if (!ValueInTemporary(*argument, operand))
+      return false;
+    ++m_recordedNames;
+  }
+  return true;
+}
+
+FastCallee* FastCompiler::CalleeOf(CFuncDesc& function, std::size_t arguments) {
+  if (function.m_pProgram.get() != &m_text)
+    return nullptr;
+  FastCallee callee;
+  callee.function = &function;
+  VariableStore& store = m_state.m_mapVariables;
+  const NameRef result = store.Ref(function.m_strName);
+  if (store.FindGlobal(result) != nullptr || store.IsAlias(result.number))
+    return nullptr;
+  callee.result = static_cast<std::uint32_t>(store.LocalPlace(result.number));
+
+  FastParser parser(m_text, m_state.words);
+  parser.Start(function.m_nPosition);
+  if (!FastParser::IsDelimiter(parser.Take(), u'('))
+    return nullptr;
+  while (!FastParser::IsDelimiter(parser.Peek(), u')')) {
+    const Token& name = parser.Take();
+    std::uint32_t slot = 0;
+    if (name.kind != TOKEN_VARIABLE || !LocalSlot(name, slot))
+      return nullptr;
+    callee.parameters.push_back(slot);
+    if (FastParser::IsDelimiter(parser.Peek(), u','))
+      parser.Take();
+    else if (!FastParser::IsDelimiter(parser.Peek(), u')'))
+      return nullptr;
+  }
+  if (callee.parameters.size() > arguments)
+    return nullptr;
+  // The body begins on the next line.
+  std::uint32_t position = parser.Take().end;
+  while (!IsLineEnd(m_text.At(position)))
+    ++position;
+  callee.body = EntryFrom(position);
+  m_code.m_callees.push_back(std::move(callee));
+  return &m_code.m_callees.back();
+}
+
+// A call gives its value in a temporary that is live, unless it is a statement.
+bool FastCompiler::Call(FastNode& node, Operand& out, bool isStatement) {
+  CFuncDesc* const function = FunctionOf(node);
+  if (function == nullptr)
+    return false;
+  const FUNCTION_TYPE code = function->m_nCode;
+  if (function->m_nKind == CFuncDesc::kBuiltIn && !isStatement) {
+    bool isKnown = false;
+    if (!Intrinsic(node, code, out, isKnown))
+      return false;
+    if (isKnown)
+      return true;
+  }
+
+  const std::size_t live = CountLive();
+  const std::uint32_t recordedNames = m_recordedNames;
+  std::uint32_t first = 0;
+  std::size_t cell = 0;
+  if (code == FUNCTION_SCRIPT) {
+    FastCallee* const callee = CalleeOf(*function, node.arguments.size());
+    if (callee == nullptr || !ArgumentsInTemporaries(node, first))
+      return false;
+    cell = Emit(FastOperation::Call, first, 0, isStatement ? 1 : 0);
+    EmitData(callee, m_recordedNames, m_next);
+  } else {
+    // Host functions and externals look at more than their arguments.
+    if (function->m_pHandler == nullptr || function->m_nKind != CFuncDesc::kBuiltIn || code == FUNCTION_HOST ||
+        code == FUNCTION_GETVARSTATS || !ArgumentsInTemporaries(node, first))
+      return false;
+    m_code.m_builtIns.push_back({function->m_pHandler, code, node.closing});
+    cell = Emit(FastOperation::BuiltIn, first, 0, static_cast<std::uint32_t>(node.arguments.size()));
+    EmitData(&m_code.m_builtIns.back(), isStatement ? 1 : 0, node.end);
+  }
+  m_recordedNames = recordedNames;
+  PopTo(live);
+  if (isStatement)
+    return true;
+  if (!NewValue(out))
+    return false;
+  m_chunk->cells[cell].b = out.slot;
+  Push(out, node);
+  return true;
+}
+
+} // namespace brindle

@@ -1,0 +1,381 @@
+// Expressions. An operand is read where it stands, unless something between its place in the text and its use could
+// change it: then it is taken into a temporary.
+#include "interpreter/fast/compiler.h"
+
+#include "interpreter/state.h"
+#include "platform/number_text.h"
+
+namespace brindle {
+
+namespace {
+
+// The operation for a pair of operand classes, in the order of the table.
+FastOperation PairOf(FastOperation first, int left, int right) {
+  // S = 0, N = 1, K = 2: SS SN SK NS NN NK KS KN
+  return static_cast<FastOperation>(static_cast<std::uint32_t>(first) + static_cast<std::uint32_t>(left * 3 + right));
+}
+
+FastOperation ArithmeticOf(char16_t operation) {
+  switch (operation) {
+  case u'+': return FastOperation::AddN_SS;
+  case u'-': return FastOperation::SubtractN_SS;
+  case u'*': return FastOperation::MultiplyN_SS;
+  default: return FastOperation::DivideN_SS;
+  }
+}
+
+constexpr std::uint32_t kPairs = 8;
+
+} // namespace
+
+FastCompiler::ValueKind FastCompiler::KindOf(const FastNode& node) {
+  const auto ofItem = [](const CVarBase& item) {
+    switch (item.GetType()) {
+    case BVT_NUMBER: return ValueKind::Number;
+    case BVT_STRING: return ValueKind::Text;
+    case BVT_OBJECT: return ValueKind::Other;
+    default: return ValueKind::Unknown;
+    }
+  };
+  switch (node.kind) {
+  case FastNode::Number:
+  case FastNode::Minus: return ValueKind::Number;
+  case FastNode::Text: return ValueKind::Text;
+  case FastNode::Group: return KindOf(*node.left);
+  case FastNode::Arithmetic:
+    if (KindOf(*node.left) != ValueKind::Text)
+      return ValueKind::Number;
+    return node.operation == u'+' ? ValueKind::Text : ValueKind::Other;
+  case FastNode::Variable:
+  case FastNode::Element: {
+    const VariableSlot* slot = m_state.m_mapVariables.Find(m_interpreter.RefOf(*node.token), m_state.m_nScopeLevel);
+    if (slot == nullptr)
+      return ValueKind::Unknown;
+    if (node.kind == FastNode::Variable && slot->GetNumItems() > 1)
+      return ValueKind::Other;
+    return ofItem(slot->CurrentItem());
+  }
+  case FastNode::Call: {
+    const CFuncDesc* function = FunctionOf(node);
+    if (function == nullptr)
+      return ValueKind::Unknown;
+    switch (function->m_nCode) {
+    case FUNCTION_LEFT:
+    case FUNCTION_RIGHT:
+    case FUNCTION_MID:
+    case FUNCTION_LCASE:
+    case FUNCTION_UCASE:
+    case FUNCTION_REPLACE:
+    case FUNCTION_REPEAT:
+    case FUNCTION_FORMAT:
+    case FUNCTION_STR:
+    case FUNCTION_READLINE: return ValueKind::Text;
+    case FUNCTION_SCRIPT: {
+      // What the variable of that name holds at the callee's level is what the last call there gave.
+      const auto ref = m_state.m_mapVariables.Ref(function->m_strName);
+      const VariableSlot* slot = m_state.m_mapVariables.Find(ref, m_state.m_nScopeLevel + 1);
+      return slot == nullptr ? ValueKind::Unknown : ofItem(slot->CurrentItem());
+    }
+    default: return ValueKind::Unknown;
+    }
+  }
+  }
+  return ValueKind::Unknown;
+}
+
+// Whether evaluating it may run code that changes variables: a script's, or that of a handler while a box is up.
+bool FastCompiler::HasEffects(const FastNode& node) {
+  switch (node.kind) {
+  case FastNode::Number:
+  case FastNode::Text:
+  case FastNode::Variable: return false;
+  case FastNode::Minus:
+  case FastNode::Group:
+  case FastNode::Element: return HasEffects(*node.left);
+  case FastNode::Arithmetic: return HasEffects(*node.left) || HasEffects(*node.right);
+  case FastNode::Call:
+    if (!IsIntrinsic(node))
+      return true;
+    for (const FastNode* argument : node.arguments)
+      if (HasEffects(*argument))
+        return true;
+    return false;
+  }
+  return true;
+}
+
+// An operand that is not in a temporary yet goes there: a variable, a constant, a value that a call gave.
+bool FastCompiler::InNumberTemporary(FastNode& node, bool isLeft, Operand& operand) {
+  if (operand.kind == Operand::N)
+    return true;
+  const std::size_t live = CountLive() - (operand.isLive ? 1 : 0);
+  const Operand source = operand;
+  const std::size_t cell = source.kind == Operand::K
+                               ? Emit(FastOperation::LoadConstant)
+                               : Emit(isLeft ? FastOperation::LoadLeft : FastOperation::LoadRight, 0, source.slot);
+  if (source.kind == Operand::K)
+    EmitData(nullptr, source.number);
+  PopTo(live);
+  if (!NewNumber(operand))
+    return false;
+  m_chunk->cells[cell].a = operand.slot;
+  Push(operand, node);
+  return true;
+}
+
+bool FastCompiler::NumberOperand(FastNode& node, bool isLeft, Operand& out) {
+  if (isLeft && (KindOf(node) == ValueKind::Text || KindOf(node) == ValueKind::Other))
+    return false;
+  switch (node.kind) {
+  case FastNode::Number: out = Operand{Operand::K, 0, node.token->number}; return true;
+  case FastNode::Text: out = Operand{Operand::K, 0, ParseDouble(node.token->text.View())}; return true;
+  case FastNode::Variable: {
+    std::uint32_t slot = 0;
+    VariableSlot* global = nullptr;
+    if (!ResolveName(*node.token, slot, global))
+      return false;
+    if (global == nullptr) {
+      out = Operand{Operand::S, slot};
+      return true;
+    }
+    if (!NewNumber(out))
+      return false;
+    Emit(FastOperation::LoadGlobal, out.slot, isLeft ? 1 : 0);
+    EmitData(global);
+    Push(out, node);
+    return true;
+  }
+  case FastNode::Element:
+    if (!ItemTo(node, nullptr, out))
+      return false;
+    Push(out, node);
+    return true;
+  case FastNode::Arithmetic:
+    if (KindOf(node) == ValueKind::Text)
+      return ValueInTemporary(node, out);
+    if (!Arithmetic(node, nullptr, out))
+      return false;
+    Push(out, node);
+    return true;
+  case FastNode::Minus: {
+    if (node.operation != u'-')
+      return false;
+    const std::size_t live = CountLive();
+    Operand operand;
+    if (!NumberOperand(*node.left, false, operand) || !InNumberTemporary(*node.left, false, operand))
+      return false;
+    const std::size_t cell = Emit(FastOperation::Negate, 0, operand.slot);
+    PopTo(live);
+    if (!NewNumber(out))
+      return false;
+    m_chunk->cells[cell].a = out.slot;
+    Push(out, node);
+    return true;
+  }
+  case FastNode::Group:
+    if (!NumberOperand(*node.left, isLeft, out))
+      return false;
+    if (out.isLive)
+      Relabel(node);
+    return true;
+  case FastNode::Call: return Call(node, out, false);
+  }
+  return false;
+}
+
+// Ends in `variable` when there is one, else in a new temporary, which is not yet live.
+bool FastCompiler::Arithmetic(FastNode& node, const std::uint32_t* variable, Operand& out) {
+  const std::size_t live = CountLive();
+  const bool inTemporaries = node.operation == u'^' || node.operation == u'%';
+  Operand left;
+  if (!NumberOperand(*node.left, true, left))
+    return false;
+  if (inTemporaries || (left.kind == Operand::S && !left.isLive && HasEffects(*node.right)))
+    if (!InNumberTemporary(*node.left, true, left))
+      return false;
+  Operand right;
+  if (!NumberOperand(*node.right, false, right))
+    return false;
+  if (inTemporaries && !InNumberTemporary(*node.right, false, right))
+    return false;
+  if (left.kind == Operand::K && right.kind == Operand::K && !InNumberTemporary(*node.left, true, left))
+    return false;
+
+  std::size_t cell = 0;
+  if (inTemporaries) {
+    cell = Emit(node.operation == u'^' ? FastOperation::Power : FastOperation::Remainder, 0, left.slot, right.slot);
+  } else {
+    auto operation = PairOf(ArithmeticOf(node.operation), left.kind, right.kind);
+    if (variable != nullptr)
+      operation = static_cast<FastOperation>(static_cast<std::uint32_t>(operation) + kPairs);
+    cell = Emit(operation, variable != nullptr ? *variable : 0, left.slot, right.slot);
+    if (left.kind == Operand::K || right.kind == Operand::K)
+      EmitData(nullptr, left.kind == Operand::K ? left.number : right.number);
+  }
+  PopTo(live);
+  if (variable != nullptr && !inTemporaries)
+    return true;
+  if (!NewNumber(out))
+    return false;
+  m_chunk->cells[cell].a = out.slot;
+  if (variable != nullptr) {
+    Push(out, node);
+    Emit(FastOperation::StoreNumber, *variable, out.slot);
+    PopTo(live);
+  }
+  return true;
+}
+
+bool FastCompiler::IndexOperand(FastNode& index, bool keep, Operand& out) {
+  if (!NumberOperand(index, true, out))
+    return false;
+  if (out.kind == Operand::K || (keep && !out.isLive))
+    return InNumberTemporary(index, true, out);
+  return true;
+}
+
+// An array's item: whatever it is into `slot`, or as a number into a new temporary that is not yet live.
+bool FastCompiler::ItemTo(FastNode& node, const std::uint32_t* slot, Operand& out) {
+  const std::size_t live = CountLive();
+  std::uint32_t array = 0;
+  VariableSlot* global = nullptr;
+  if (!ResolveName(*node.token, array, global))
+    return false;
+  Operand index;
+  if (!IndexOperand(*node.left, false, index))
+    return false;
+  std::size_t cell = 0;
+  if (global == nullptr) {
+    cell = Emit(slot != nullptr ? FastOperation::ItemValue : FastOperation::ItemNumber, 0, array, index.slot);
+  } else {
+    cell = Emit(slot != nullptr ? FastOperation::GlobalItemValue : FastOperation::GlobalItemNumber, 0, 0, index.slot);
+    EmitData(global);
+  }
+  PopTo(live);
+  if (slot != nullptr) {
+    m_chunk->cells[cell].a = *slot;
+    return true;
+  }
+  if (!NewNumber(out))
+    return false;
+  m_chunk->cells[cell].a = out.slot;
+  return true;
+}
+
+// Whatever it is into a slot that may be overwritten: a variable, as the last thing that a statement does, or a free
+// temporary.
+bool FastCompiler::ValueTo(FastNode& node, std::uint32_t slot) {
+  Operand out;
+  const std::size_t live = CountLive();
+  switch (node.kind) {
+  case FastNode::Number:
+    Emit(FastOperation::StoreConstant, slot);
+    EmitData(nullptr, node.token->number);
+    return true;
+  case FastNode::Text:
+    Emit(FastOperation::StoreText, slot);
+    EmitData(&node.token->text);
+    return true;
+  case FastNode::Variable: {
+    std::uint32_t source = 0;
+    VariableSlot* global = nullptr;
+    if (!ResolveName(*node.token, source, global))
+      return false;
+    if (global == nullptr) {
+      Emit(FastOperation::Copy, slot, source);
+    } else {
+      Emit(FastOperation::CopyFromGlobal, slot);
+      EmitData(global);
+    }
+    return true;
+  }
+  case FastNode::Element: return ItemTo(node, &slot, out);
+  case FastNode::Group: return ValueTo(*node.left, slot);
+  case FastNode::Arithmetic:
+    switch (KindOf(node)) {
+    case ValueKind::Text: return JoinTo(node, slot);
+    case ValueKind::Other: return false;
+    default: return Arithmetic(node, &slot, out);
+    }
+  case FastNode::Minus:
+  case FastNode::Call:
+    if (!NumberOperand(node, false, out))
+      return false;
+    if (out.kind == Operand::N)
+      Emit(out.isInteger ? FastOperation::StoreInteger : FastOperation::StoreNumber, slot, out.slot);
+    else if (out.slot != slot)
+      Emit(FastOperation::Move, slot, out.slot);
+    PopTo(live);
+    return true;
+  }
+  return false;
+}
+
+// The value of any kind in a temporary of its own, live.
+bool FastCompiler::ValueInTemporary(FastNode& node, Operand& out) {
+  const std::uint32_t slot = VariableStore::kNumberTemporaries + m_values;
+  if (slot >= VariableStore::kTemporaries || !ValueTo(node, slot) || !NewValue(out))
+    return false;
+  Push(out, node);
+  return true;
+}
+
+bool FastCompiler::TextParts(FastNode& node, std::vector<FastPart>& parts, bool keep) {
+  if (node.kind != FastNode::Arithmetic || KindOf(node) != ValueKind::Text)
+    return TextPart(node, parts, keep);
+  return TextParts(*node.left, parts, keep) && TextPart(*node.right, parts, keep);
+}
+
+bool FastCompiler::TextPart(FastNode& node, std::vector<FastPart>& parts, bool keep) {
+  FastPart part;
+  Operand operand;
+  switch (node.kind) {
+  case FastNode::Text:
+    part.kind = FastPart::Constant;
+    part.text = node.token->text;
+    break;
+  case FastNode::Number:
+    part.kind = FastPart::Constant;
+    part.text = FormatFixed(node.token->number);
+    break;
+  case FastNode::Variable: {
+    VariableSlot* global = nullptr;
+    if (!ResolveName(*node.token, part.slot, global))
+      return false;
+    if (global == nullptr && !keep)
+      break;
+    if (!ValueInTemporary(node, operand))
+      return false;
+    part.slot = operand.slot;
+    break;
+  }
+  case FastNode::Call:
+    if (!Call(node, operand, false))
+      return false;
+    part.slot = operand.slot;
+    if (operand.kind == Operand::N)
+      part.kind = operand.isInteger ? FastPart::Integer : FastPart::Number;
+    break;
+  default:
+    if (KindOf(node) == ValueKind::Other || !ValueInTemporary(node, operand))
+      return false;
+    part.slot = operand.slot;
+    break;
+  }
+  parts.push_back(std::move(part));
+  return true;
+}
+
+bool FastCompiler::JoinTo(FastNode& node, std::uint32_t slot) {
+  const std::size_t live = CountLive();
+  std::vector<FastPart> parts;
+  if (!TextParts(node, parts, HasEffects(node)))
+    return false;
+  m_code.m_parts.push_back(std::move(parts));
+  Emit(FastOperation::Join, slot);
+  EmitData(&m_code.m_parts.back());
+  PopTo(live);
+  return true;
+}
+
+} // namespace brindle

@@ -1,0 +1,450 @@
+// The machine's loop: one function that holds a handler for every operation, so that the compiler can keep its state
+// in registers. Long by nature: the table of operations decides its length. Everything rare stands in
+// machine_support.cpp.
+#include "interpreter/fast/machine.h"
+
+#include "interpreter/state.h"
+
+#include <cmath>
+
+#pragma GCC diagnostic ignored "-Wpedantic" // addresses of labels
+
+namespace brindle {
+
+namespace {
+
+// Exponents count multiplications, as the executing parser has it.
+double PowerOf(double base, double exponent) {
+  constexpr double kLongestLoop = 1e6;
+  if (exponent == 0)
+    return 1;
+  double left = exponent - 1;
+  if (left > kLongestLoop)
+    return std::pow(base, std::ceil(left) + 1);
+  double value = base;
+  for (; left > 0; left -= 1)
+    value *= base;
+  return value;
+}
+
+[[gnu::noinline]] bool SlowLeft(const VariableSlot& slot, double& number) noexcept {
+  return RawValues::LeftNumber(slot, number);
+}
+
+[[gnu::noinline]] bool SlowRight(const VariableSlot& slot, double& number) noexcept {
+  return RawValues::RightNumber(slot, number);
+}
+
+[[gnu::noinline]] bool SlowStore(VariableSlot& slot, double number) noexcept {
+  if (!RawValues::IsPlain(RawValues::Kind(slot)))
+    return false;
+  RawValues::PutNumber(slot, number);
+  return true;
+}
+
+// The tests that stand before the fast part of a handler.
+[[gnu::always_inline]] inline bool Left(const VariableSlot& slot, double& number) noexcept {
+  if (RawValues::Kind(slot) == RawValues::kNumber) [[likely]] {
+    number = RawValues::Double(const_cast<VariableSlot&>(slot));
+    return true;
+  }
+  return SlowLeft(slot, number);
+}
+
+[[gnu::always_inline]] inline bool Right(const VariableSlot& slot, double& number) noexcept {
+  if (RawValues::Kind(slot) == RawValues::kNumber) [[likely]] {
+    number = RawValues::Double(const_cast<VariableSlot&>(slot));
+    return true;
+  }
+  return SlowRight(slot, number);
+}
+
+[[gnu::always_inline]] inline bool Store(VariableSlot& slot, double number) noexcept {
+  if (RawValues::Kind(slot) == RawValues::kNumber) [[likely]] {
+    RawValues::Double(slot) = number;
+    return true;
+  }
+  return SlowStore(slot, number);
+}
+
+} // namespace
+
+const std::int32_t* FastMachine::Handlers() {
+  static const std::int32_t* const handlers = [] {
+    const std::int32_t* table = nullptr;
+    Execute(nullptr, nullptr, &table);
+    return table;
+  }();
+  return handlers;
+}
+
+void FastMachine::Run(const FastEntry& entry) {
+  Execute(this, entry.code, nullptr);
+}
+
+// clang-format off
+#define SLOT(operand) (base[pc->operand])
+#define NEXT(count) do { pc += (count); goto *(origin + pc->operation); } while (false)
+#define GO_TO(entry) \
+  do { \
+    const FastEntry* const to = static_cast<const FastEntry*>(entry); \
+    if (to->code == nullptr) [[unlikely]] { position = to->position; goto leave; } \
+    pc = to->code; \
+    goto *(origin + pc->operation); \
+  } while (false)
+
+// The operands of a pair of classes into x and y, or the way out.
+#define LOAD_SS if (!Left(SLOT(b), x) || !Right(SLOT(c), y)) [[unlikely]] goto giveUp;
+#define LOAD_SN if (!Left(SLOT(b), x)) [[unlikely]] goto giveUp; y = RawValues::Double(SLOT(c));
+#define LOAD_SK if (!Left(SLOT(b), x)) [[unlikely]] goto giveUp; y = pc[1].Number();
+#define LOAD_NS x = RawValues::Double(SLOT(b)); if (!Right(SLOT(c), y)) [[unlikely]] goto giveUp;
+#define LOAD_NN x = RawValues::Double(SLOT(b)); y = RawValues::Double(SLOT(c));
+#define LOAD_NK x = RawValues::Double(SLOT(b)); y = pc[1].Number();
+#define LOAD_KS x = pc[1].Number(); if (!Right(SLOT(c), y)) [[unlikely]] goto giveUp;
+#define LOAD_KN x = pc[1].Number(); y = RawValues::Double(SLOT(c));
+
+#define ARITHMETIC_PAIR(NAME, PAIR, SIGN, CELLS) \
+  NAME##N_##PAIR: { LOAD_##PAIR RawValues::Double(SLOT(a)) = x SIGN y; NEXT(CELLS); } \
+  NAME##S_##PAIR: { LOAD_##PAIR if (!Store(SLOT(a), x SIGN y)) [[unlikely]] goto giveUp; NEXT(CELLS); }
+#define ARITHMETIC(NAME, SIGN) \
+  ARITHMETIC_PAIR(NAME, SS, SIGN, 1) ARITHMETIC_PAIR(NAME, SN, SIGN, 1) ARITHMETIC_PAIR(NAME, SK, SIGN, 2) \
+  ARITHMETIC_PAIR(NAME, NS, SIGN, 1) ARITHMETIC_PAIR(NAME, NN, SIGN, 1) ARITHMETIC_PAIR(NAME, NK, SIGN, 2) \
+  ARITHMETIC_PAIR(NAME, KS, SIGN, 2) ARITHMETIC_PAIR(NAME, KN, SIGN, 2)
+
+#define COMPARISON_PAIR(NAME, PAIR, SIGN) \
+  NAME##_##PAIR: { LOAD_##PAIR if (x SIGN y) NEXT(2); GO_TO(pc[1].Pointer()); }
+#define COMPARISON(NAME, SIGN) \
+  COMPARISON_PAIR(NAME, SS, SIGN) COMPARISON_PAIR(NAME, SN, SIGN) COMPARISON_PAIR(NAME, SK, SIGN) \
+  COMPARISON_PAIR(NAME, NS, SIGN) COMPARISON_PAIR(NAME, NN, SIGN) COMPARISON_PAIR(NAME, NK, SIGN) \
+  COMPARISON_PAIR(NAME, KS, SIGN) COMPARISON_PAIR(NAME, KN, SIGN)
+// clang-format on
+
+void FastMachine::Execute(FastMachine* machine, const FastCell* pc, const std::int32_t** handlers) {
+  if (handlers != nullptr) {
+    static const std::int32_t table[] = {
+#define BRINDLE_FAST_LABEL(NAME) static_cast<std::int32_t>(static_cast<char*>(&&NAME) - static_cast<char*>(&&Exit)),
+        BRINDLE_FAST_OPERATIONS(BRINDLE_FAST_LABEL)
+#undef BRINDLE_FAST_LABEL
+    };
+    *handlers = table;
+    return;
+  }
+
+  char* const origin = static_cast<char*>(&&Exit);
+  InterpreterState& state = machine->m_state;
+  VariableStore& store = state.m_mapVariables;
+  VariableSlot* base = store.FrameAt(state.m_nScopeLevel);
+  std::uint32_t position = 0;
+  double x = 0;
+  double y = 0;
+  Way way = Way::Compiled;
+  const FastCell* resume = nullptr;
+  goto*(origin + pc->operation);
+
+Exit:
+  position = pc->a;
+leave:
+  way = machine->Leave(position, resume);
+  goto goOn;
+giveUp:
+  way = machine->GiveUp(pc, resume);
+goOn:
+  if (way == Way::Left)
+    return;
+  if (way != Way::Compiled)
+    goto returned;
+  base = store.FrameAt(state.m_nScopeLevel);
+  pc = resume;
+  goto*(origin + pc->operation);
+
+Jump:
+  GO_TO(pc[1].Pointer());
+Nothing:
+  NEXT(1);
+Probe:
+  if (--state.fast.untilGiveUp == 0) {
+    state.fast.untilGiveUp = state.fast.giveUpEvery;
+    goto giveUp;
+  }
+  NEXT(1);
+
+  ARITHMETIC(Add, +)
+  ARITHMETIC(Subtract, -)
+  ARITHMETIC(Multiply, *)
+  ARITHMETIC(Divide, /)
+Power:
+  RawValues::Double(SLOT(a)) = PowerOf(RawValues::Double(SLOT(b)), RawValues::Double(SLOT(c)));
+  NEXT(1);
+Remainder:
+  // Deliberate: the quotient is not truncated, so this is 0 or a rounding residue.
+  x = RawValues::Double(SLOT(b));
+  y = RawValues::Double(SLOT(c));
+  RawValues::Double(SLOT(a)) = x - (x / y) * y;
+  NEXT(1);
+Negate:
+  RawValues::Double(SLOT(a)) = -RawValues::Double(SLOT(b));
+  NEXT(1);
+
+LoadLeft:
+  if (!Left(SLOT(b), x)) [[unlikely]]
+    goto giveUp;
+  RawValues::Double(SLOT(a)) = x;
+  NEXT(1);
+LoadRight:
+  if (!Right(SLOT(b), x)) [[unlikely]]
+    goto giveUp;
+  RawValues::Double(SLOT(a)) = x;
+  NEXT(1);
+LoadConstant:
+  RawValues::Double(SLOT(a)) = pc[1].Number();
+  NEXT(2);
+LoadGlobal : {
+  const VariableSlot& global = *static_cast<const VariableSlot*>(pc[1].Pointer());
+  if (pc->b != 0 ? !Left(global, x) : !Right(global, x)) [[unlikely]]
+    goto giveUp;
+  RawValues::Double(SLOT(a)) = x;
+  NEXT(2);
+}
+
+StoreNumber:
+  if (!Store(SLOT(a), RawValues::Double(SLOT(b)))) [[unlikely]]
+    goto giveUp;
+  NEXT(1);
+StoreInteger:
+  if (!RawValues::IsPlain(RawValues::Kind(SLOT(a)))) [[unlikely]]
+    goto giveUp;
+  RawValues::PutInteger(SLOT(a), static_cast<std::int32_t>(RawValues::Double(SLOT(b))));
+  NEXT(1);
+StoreConstant:
+  if (!Store(SLOT(a), pc[1].Number())) [[unlikely]]
+    goto giveUp;
+  NEXT(2);
+StoreText:
+  if (!RawValues::IsPlain(RawValues::Kind(SLOT(a)))) [[unlikely]]
+    goto giveUp;
+  RawValues::PutText(SLOT(a), *static_cast<const CString*>(pc[1].Pointer()));
+  NEXT(2);
+Copy:
+  if (RawValues::Kind(SLOT(b)) == RawValues::kNumber && RawValues::Kind(SLOT(a)) == RawValues::kNumber) [[likely]] {
+    RawValues::Double(SLOT(a)) = RawValues::Double(SLOT(b));
+    NEXT(1);
+  }
+  if (!RawValues::IsPlain(RawValues::Kind(SLOT(a))) || !RawValues::Copy(SLOT(a), SLOT(b))) [[unlikely]]
+    goto giveUp;
+  NEXT(1);
+CopyFromGlobal:
+  if (!RawValues::IsPlain(RawValues::Kind(SLOT(a))) ||
+      !RawValues::Copy(SLOT(a), *static_cast<const VariableSlot*>(pc[1].Pointer()))) [[unlikely]]
+    goto giveUp;
+  NEXT(2);
+MoveToGlobal : {
+  VariableSlot& global = *static_cast<VariableSlot*>(pc[1].Pointer());
+  if (!global.IsDefined() || !RawValues::IsPlain(RawValues::Kind(global)) || !RawValues::Copy(global, SLOT(b)))
+      [[unlikely]]
+    goto giveUp;
+  NEXT(2);
+}
+Move:
+  if (!RawValues::IsPlain(RawValues::Kind(SLOT(a))) || !RawValues::IsPlain(RawValues::Kind(SLOT(b))) ||
+      !SLOT(b).IsDefined()) [[unlikely]]
+    goto giveUp;
+  RawValues::Move(SLOT(a), SLOT(b));
+  NEXT(1);
+
+ItemNumber:
+  if (!Left(SLOT(c), x)) [[unlikely]]
+    goto giveUp;
+  {
+    CVarBase* const item = RawValues::ItemAt(SLOT(b), x);
+    if (item == nullptr || !RawValues::LeftNumber(*item, y)) [[unlikely]]
+      goto giveUp;
+    RawValues::Double(SLOT(a)) = y;
+  }
+  NEXT(1);
+GlobalItemNumber:
+  if (!Left(SLOT(c), x)) [[unlikely]]
+    goto giveUp;
+  {
+    CVarBase* const item = RawValues::ItemAt(*static_cast<const VariableSlot*>(pc[1].Pointer()), x);
+    if (item == nullptr || !RawValues::LeftNumber(*item, y)) [[unlikely]]
+      goto giveUp;
+    RawValues::Double(SLOT(a)) = y;
+  }
+  NEXT(2);
+ItemValue:
+  if (!Left(SLOT(c), x) || !RawValues::IsPlain(RawValues::Kind(SLOT(a)))) [[unlikely]]
+    goto giveUp;
+  {
+    const CVarBase* const item = RawValues::ItemAt(SLOT(b), x);
+    if (item == nullptr || !RawValues::CopyItem(SLOT(a), *item)) [[unlikely]]
+      goto giveUp;
+  }
+  NEXT(1);
+GlobalItemValue:
+  if (!Left(SLOT(c), x) || !RawValues::IsPlain(RawValues::Kind(SLOT(a)))) [[unlikely]]
+    goto giveUp;
+  {
+    const CVarBase* const item = RawValues::ItemAt(*static_cast<const VariableSlot*>(pc[1].Pointer()), x);
+    if (item == nullptr || !RawValues::CopyItem(SLOT(a), *item)) [[unlikely]]
+      goto giveUp;
+  }
+  NEXT(2);
+SetItem:
+  if (!Left(SLOT(b), x)) [[unlikely]]
+    goto giveUp;
+  if (!RawValues::SetItem(SLOT(a), x, SLOT(c))) [[unlikely]]
+    goto giveUp;
+  NEXT(1);
+SetItemConstant:
+  if (!Left(SLOT(b), x)) [[unlikely]]
+    goto giveUp;
+  if (!RawValues::SetItem(SLOT(a), x, pc[1].Number())) [[unlikely]]
+    goto giveUp;
+  NEXT(2);
+SetGlobalItem:
+  if (!Left(SLOT(b), x)) [[unlikely]]
+    goto giveUp;
+  if (!RawValues::SetItem(*static_cast<const VariableSlot*>(pc[1].Pointer()), x, SLOT(c))) [[unlikely]]
+    goto giveUp;
+  NEXT(2);
+
+  COMPARISON(IfEqual, ==)
+  COMPARISON(IfNotEqual, !=)
+  COMPARISON(IfLess, <)
+  COMPARISON(IfLessEqual, <=)
+  COMPARISON(IfGreater, >)
+  COMPARISON(IfGreaterEqual, >=)
+IfAbout : {
+  constexpr double kAbout = 1e-12;
+  LOAD_NN
+  if (std::fabs(x - y) < kAbout)
+    NEXT(2);
+  GO_TO(pc[1].Pointer());
+}
+IfText : {
+  bool holds = false;
+  if (!CompareTexts(*static_cast<const std::vector<FastPart>*>(pc[2].Pointer()), base, pc->a, holds)) [[unlikely]]
+    goto giveUp;
+  if (holds)
+    NEXT(3);
+  GO_TO(pc[1].Pointer());
+}
+
+For : {
+  x = RawValues::Double(SLOT(b));
+  y = RawValues::Double(SLOT(c));
+  if (!Store(SLOT(a), x)) [[unlikely]]
+    goto giveUp;
+  if (!(y >= x))
+    GO_TO(pc[2].Pointer());
+  const Token* const site = static_cast<const Token*>(pc[1].Pointer());
+  state.control.push_back({site->text, y, pc[1].b, true, site});
+  NEXT(3);
+}
+Next : {
+  FastLoop& loop = *static_cast<FastLoop*>(pc[1].Pointer());
+  if (state.control.empty() || (state.control.back().site != loop.site || loop.site == nullptr)) [[unlikely]]
+    if (!machine->LinkLoop(loop, true))
+      goto giveUp;
+  VariableSlot& counter = base[loop.slot];
+  if (RawValues::Kind(counter) != RawValues::kNumber) [[unlikely]]
+    goto giveUp;
+  x = RawValues::Double(counter) + 1.0;
+  RawValues::Double(counter) = x;
+  if (x > state.control.back().value) {
+    state.control.pop_back();
+    NEXT(2);
+  }
+  GO_TO(loop.target);
+}
+PushLoop:
+  state.control.push_back({CString(), 0, pc->a, true, nullptr});
+  NEXT(1);
+Loop : {
+  FastLoop& loop = *static_cast<FastLoop*>(pc[1].Pointer());
+  if (state.control.empty() || loop.target == nullptr || state.control.back().position != loop.position) [[unlikely]]
+    if (!machine->LinkLoop(loop, false))
+      goto giveUp;
+  state.control.pop_back();
+  GO_TO(loop.target);
+}
+
+Join:
+  if (!JoinParts(*static_cast<const std::vector<FastPart>*>(pc[1].Pointer()), base, SLOT(a))) [[unlikely]]
+    goto giveUp;
+  NEXT(2);
+Function1:
+  RawValues::Double(SLOT(a)) = reinterpret_cast<double (*)(double)>(pc[1].Pointer())(RawValues::Double(SLOT(b)));
+  NEXT(2);
+ToInteger:
+  RawValues::Double(SLOT(a)) = ToInt32(RawValues::Double(SLOT(b)));
+  NEXT(1);
+Extreme:
+  LOAD_NN
+  // With equal or unordered values the later one is not taken.
+  if (pc[1].b != 0 ? x <= y : x >= y)
+    x = y;
+  RawValues::Double(SLOT(a)) = x;
+  NEXT(2);
+Length:
+  if (!ValueOfPart(static_cast<const std::vector<FastPart>*>(pc[1].Pointer())->front(), base, true, x)) [[unlikely]]
+    goto giveUp;
+  RawValues::Double(SLOT(a)) = x;
+  NEXT(2);
+ValueOf:
+  if (!ValueOfPart(static_cast<const std::vector<FastPart>*>(pc[1].Pointer())->front(), base, false, x)) [[unlikely]]
+    goto giveUp;
+  RawValues::Double(SLOT(a)) = x;
+  NEXT(2);
+Part:
+  if (!TakePart(pc, base)) [[unlikely]]
+    goto giveUp;
+  NEXT(2);
+Search:
+  if (!SearchText(pc, base, x)) [[unlikely]]
+    goto giveUp;
+  RawValues::Double(SLOT(a)) = x;
+  NEXT(2);
+
+Call : {
+  if (!machine->EnterCall(pc, base)) [[unlikely]]
+    goto giveUp;
+  base = store.FrameAt(state.m_nScopeLevel);
+  const FastCallee& callee = *static_cast<const FastCallee*>(pc[1].Pointer());
+  GO_TO(callee.body);
+}
+Return:
+  if (machine->IsOutermost()) {
+    position = pc->a;
+    goto leave;
+  }
+  state.position = pc->b;
+  way = Way::Returned;
+returned : {
+  pc = state.fast.frames.back().pc;
+  const bool isStatement = state.fast.frames.back().isStatement;
+  position = state.fast.frames.back().behind;
+  machine->FinishCall(way != Way::Failed);
+  base = store.FrameAt(state.m_nScopeLevel);
+  if (state.stop || machine->IsStale()) [[unlikely]] {
+    if (isStatement)
+      goto leave;
+    goto giveUp;
+  }
+  goto*(origin + pc->operation);
+}
+BuiltIn:
+  if (!machine->RunBuiltIn(pc, base)) [[unlikely]]
+    goto giveUp;
+  base = store.FrameAt(state.m_nScopeLevel);
+  if (state.stop || machine->IsStale()) [[unlikely]] {
+    position = pc[1].c;
+    if (pc[1].b != 0)
+      goto leave;
+    pc += 2;
+    goto giveUp;
+  }
+  NEXT(2);
+}
+
+} // namespace brindle

@@ -1,0 +1,114 @@
+// FastMachine: runs compiled statements.
+// Room: interpreter. Used by: RunCompiled; the compiler, for the table of handlers.
+// May touch: slots, the control stack, the reading position when it hands over.
+// Must not: report an error on its own account but the missing result of a function; decide what unusual values mean.
+// Invariant: on anything unusual it gives up before anything is changed, and the executing parser runs the statement
+// again with the values already computed. Script calls are frames of this machine; those that the executing parser
+// makes run in a machine of their own on the same list of frames.
+#pragma once
+
+#include "interpreter/fast/code.h"
+#include "interpreter/fast/tape.h"
+
+#include <vector>
+
+class CBrindle;
+
+namespace brindle {
+
+class VariableSlot;
+struct InterpreterState;
+
+// How programs are run; all but the first are for tests.
+enum class FastMode {
+  Automatic, // statements are compiled when they are run for the second time
+  Never,
+  Eager // statements are compiled at once, and give up at every so many operations
+};
+
+// A call of a script procedure in progress.
+struct FastFrame {
+  const FastCell* pc = nullptr; // where its caller goes on
+  FastCallee* callee = nullptr;
+  std::uint32_t destination = 0;   // slot of the caller
+  std::uint32_t recordedNames = 0; // arguments that the caller's statement has read
+  std::uint32_t behind = 0;        // position behind a "call" statement
+  std::size_t control = 0;
+  bool isStatement = false;
+  bool stop = false; // the caller's
+};
+
+// What the fast route of one interpreter holds.
+struct FastState {
+  FastMode mode = m_defaultMode;
+  std::uint32_t giveUpEvery = m_defaultGiveUpEvery; // operations, in eager mode
+  std::uint32_t untilGiveUp = m_defaultGiveUpEvery;
+  std::vector<FastFrame> frames;
+  FastTape tape;
+
+  // Runs of a statement before it is compiled.
+  [[nodiscard]] std::uint32_t Threshold() const noexcept { return mode == FastMode::Eager ? 0 : 1; }
+  [[nodiscard]] std::size_t RecordedNames() const noexcept {
+    std::size_t names = 0;
+    for (const FastFrame& frame : frames)
+      names += frame.recordedNames;
+    return names;
+  }
+  // Of the interpreters made from now on.
+  static void SetDefault(FastMode mode, std::uint32_t giveUpEvery) noexcept {
+    m_defaultMode = mode;
+    m_defaultGiveUpEvery = giveUpEvery;
+  }
+
+private:
+  static inline FastMode m_defaultMode = FastMode::Automatic;
+  static inline std::uint32_t m_defaultGiveUpEvery = 0;
+};
+
+class FastMachine {
+public:
+  explicit FastMachine(CBrindle& interpreter);
+  FastMachine(const FastMachine&) = delete;
+  FastMachine& operator=(const FastMachine&) = delete;
+  ~FastMachine();
+
+  // Runs from there until the procedure (or main program) in which it began has to go on in the executing parser; the
+  // reading position is there then, and a statement that had been given up has been run.
+  void Run(const FastEntry& entry);
+
+  // The distances of the handlers, in the order of the operations.
+  [[nodiscard]] static const std::int32_t* Handlers();
+
+private:
+  static void Execute(FastMachine* machine, const FastCell* pc, const std::int32_t** handlers);
+  // What happens when a procedure's statements are run by the executing parser.
+  enum class Way { Compiled, Returned, Failed, Left };
+
+  [[nodiscard]] bool IsOutermost() const noexcept;
+  [[nodiscard]] bool IsStale() const noexcept;
+  // ---- machine_support.cpp
+  [[nodiscard]] Way GiveUp(const FastCell* pc, const FastCell*& resume);
+  [[nodiscard]] Way Leave(std::uint32_t position, const FastCell*& resume);
+  [[nodiscard]] Way StepOn(const FastCell*& resume);
+  [[nodiscard]] bool EnterCall(const FastCell* pc, VariableSlot* base);
+  void FinishCall(bool isComplete);
+  [[nodiscard]] bool RunBuiltIn(const FastCell* pc, VariableSlot* base);
+  [[nodiscard]] bool LinkLoop(FastLoop& loop, bool isNext);
+  [[nodiscard]] static bool PartText(const FastPart& part, VariableSlot* base, CString& scratch,
+                                     std::u16string_view& view);
+  [[nodiscard]] static bool JoinParts(const std::vector<FastPart>& parts, VariableSlot* base, VariableSlot& target);
+  [[nodiscard]] static bool CompareTexts(const std::vector<FastPart>& parts, VariableSlot* base,
+                                         std::uint32_t operation, bool& result);
+  [[nodiscard]] static bool TakePart(const FastCell* pc, VariableSlot* base);
+  [[nodiscard]] static bool SearchText(const FastCell* pc, VariableSlot* base, double& result);
+  [[nodiscard]] static bool ValueOfPart(const FastPart& part, VariableSlot* base, bool isLength, double& result);
+
+  CBrindle& m_interpreter;
+  InterpreterState& m_state;
+  FastState& m_fast;
+  FastCode& m_code;
+  std::size_t m_depth; // of the frames when this machine began
+  int m_level;         // scope level then
+};
+
+} // namespace brindle

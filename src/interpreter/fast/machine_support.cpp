@@ -1,0 +1,348 @@
+// What the machine does rarely, or what takes longer than an operation's dispatch: handing over to the executing
+// parser and back, calls, and operations on text.
+#include "interpreter/error_numbers.h"
+#include "interpreter/fast/compiler.h"
+#include "interpreter/fast/machine.h"
+#include "interpreter/limits.h"
+#include "interpreter/state.h"
+
+#include <algorithm>
+
+namespace brindle {
+
+namespace {
+
+// Frames of the machine are small, but each scope level has variables of its own.
+constexpr std::size_t kDeepestCall = 50000;
+// A statement that gives up more often than this is compiled anew, for the values that it meets now.
+constexpr std::uint32_t kMostBails = 2;
+
+} // namespace
+
+FastMachine::FastMachine(CBrindle& interpreter)
+    : m_interpreter(interpreter), m_state(*interpreter.m_pState), m_fast(m_state.fast), m_code(m_state.program->Fast()),
+      m_depth(m_fast.frames.size()), m_level(m_state.m_nScopeLevel) {}
+
+// Frames are left here only when an exception ends the calls in progress.
+FastMachine::~FastMachine() {
+  m_fast.tape.Clear();
+  if (m_fast.frames.size() <= m_depth)
+    return;
+  m_state.m_nScopeLevel = m_level;
+  for (std::size_t i = m_depth; i < m_fast.frames.size(); ++i)
+    m_state.stop = m_state.stop || m_fast.frames[i].stop;
+  if (m_state.control.size() > m_fast.frames[m_depth].control)
+    m_state.control.resize(m_fast.frames[m_depth].control);
+  m_fast.frames.resize(m_depth);
+}
+
+bool FastMachine::IsOutermost() const noexcept {
+  return m_fast.frames.size() == m_depth;
+}
+
+bool FastMachine::IsStale() const noexcept {
+  return m_code.layout != m_state.m_mapVariables.Layout() || m_code.functions != CBrindle::m_nFunctionChanges;
+}
+
+// The executing parser goes on at that position: in its own loop, or here when the procedure was entered here.
+FastMachine::Way FastMachine::Leave(std::uint32_t position, const FastCell*& resume) {
+  m_state.position = position;
+  m_state.token.command = COMMAND_NONE;
+  if (IsOutermost())
+    return Way::Left;
+  return m_state.stop ? Way::Returned : StepOn(resume);
+}
+
+FastMachine::Way FastMachine::StepOn(const FastCell*& resume) {
+  for (;;) {
+    m_interpreter.get_token();
+    if (const FastEntry* entry = m_interpreter.CompiledEntry()) {
+      resume = entry->code;
+      return Way::Compiled;
+    }
+    switch (m_interpreter.StepBody()) {
+    case CBrindle::BodyState::GoesOn: break;
+    case CBrindle::BodyState::Ended: return Way::Returned;
+    case CBrindle::BodyState::Failed: return Way::Failed;
+    }
+  }
+}
+
+// The statement is run by the executing parser, which takes what was computed already from the tape.
+FastMachine::Way FastMachine::GiveUp(const FastCell* pc, const FastCell*& resume) {
+  const FastChunk& chunk = *m_code.ChunkOf(pc);
+  const auto index = static_cast<std::size_t>(pc - chunk.cells.data());
+  FastStatement& statement = *chunk.statements[index];
+  VariableSlot* const base = m_state.m_mapVariables.FrameAt(m_state.m_nScopeLevel);
+  std::vector<FastTapeEntry> values;
+  for (std::int32_t i = chunk.operands[index]; i >= 0; i = m_code.m_operands[static_cast<std::size_t>(i)].below) {
+    const FastOperand& operand = m_code.m_operands[static_cast<std::size_t>(i)];
+    FastTapeEntry entry{operand.start, operand.end, operand.level, {}};
+    if (!operand.isNumber)
+      RawValues::MoveOut(base[operand.slot], entry.value);
+    else if (operand.isInteger)
+      entry.value.SetValue(static_cast<int>(RawValues::Double(base[operand.slot])));
+    else
+      entry.value.SetValue(RawValues::Double(base[operand.slot]));
+    values.push_back(std::move(entry));
+  }
+  std::reverse(values.begin(), values.end());
+  m_fast.tape.Record(std::move(values));
+
+  if (m_fast.mode != FastMode::Eager && ++statement.bails > kMostBails && statement.entry->code == statement.first) {
+    statement.entry->code = nullptr;
+    statement.first[0].operation = FastCompiler::HandlerOf(FastOperation::Jump);
+    statement.first[1].SetPointer(statement.entry);
+  }
+
+  m_state.position = statement.entry->position;
+  m_interpreter.get_token();
+  if (IsOutermost()) {
+    m_interpreter.Exec_command();
+    m_fast.tape.Clear();
+    return Way::Left;
+  }
+  const auto body = m_interpreter.StepBody();
+  m_fast.tape.Clear();
+  switch (body) {
+  case CBrindle::BodyState::Ended: return Way::Returned;
+  case CBrindle::BodyState::Failed: return Way::Failed;
+  default: return StepOn(resume);
+  }
+}
+
+bool FastMachine::EnterCall(const FastCell* pc, VariableSlot* base) {
+  FastCallee& callee = *static_cast<FastCallee*>(pc[1].Pointer());
+  if (m_fast.frames.size() >= kDeepestCall)
+    return false;
+  VariableSlot* const inner = m_state.m_mapVariables.FrameAt(m_state.m_nScopeLevel + 1);
+  VariableSlot* const arguments = base + pc->a;
+  if (!RawValues::IsPlain(RawValues::Kind(inner[callee.result])))
+    return false;
+  for (std::size_t i = 0; i < callee.parameters.size(); ++i)
+    if (!RawValues::IsPlain(RawValues::Kind(inner[callee.parameters[i]])) ||
+        !RawValues::IsPlain(RawValues::Kind(arguments[i])))
+      return false;
+
+  m_fast.frames.push_back({pc + 2, &callee, pc->b, pc[1].b, pc[1].c, m_state.control.size(), pc->c != 0, m_state.stop});
+  ++m_state.m_nScopeLevel;
+  m_state.stop = false; // a call runs in full, also while the statement that ended the program finishes
+  RawValues::PutUndefined(inner[callee.result]);
+  for (std::size_t i = 0; i < callee.parameters.size(); ++i)
+    RawValues::Move(inner[callee.parameters[i]], arguments[i]);
+  return true;
+}
+
+void FastMachine::FinishCall(bool isComplete) {
+  const FastFrame frame = m_fast.frames.back();
+  VariableStore& store = m_state.m_mapVariables;
+  VariableSlot& target = store.FrameAt(m_state.m_nScopeLevel - 1)[frame.destination];
+  bool hasResult = false;
+  if (!frame.isStatement) {
+    const VariableSlot& result = store.FrameAt(m_state.m_nScopeLevel)[frame.callee->result];
+    hasResult = isComplete && result.IsDefined();
+    if (hasResult) {
+      if (!RawValues::IsPlain(RawValues::Kind(target)))
+        target.Undefine();
+      if (!RawValues::Copy(target, result)) {
+        CBasicVariable value;
+        result.CopyTo(value);
+        target.SetWhole(value);
+      }
+    } else if (isComplete && !m_state.stop) { // "end" leaves a body without a result
+      m_interpreter.ReportError(kErrorNoReturnValue);
+    }
+  }
+  if (m_state.m_nScopeLevel == 2 && store.MayHoldObjects())
+    m_interpreter.ObjectVariablesFree(2);
+  --m_state.m_nScopeLevel;
+  if (m_state.control.size() > frame.control)
+    m_state.control.resize(frame.control);
+  m_state.stop = m_state.stop || frame.stop;
+  m_fast.frames.pop_back();
+  if (!frame.isStatement && !hasResult)
+    store.FrameAt(m_state.m_nScopeLevel)[frame.destination].DefineEmpty();
+}
+
+bool FastMachine::RunBuiltIn(const FastCell* pc, VariableSlot* base) {
+  const FastBuiltIn& function = *static_cast<const FastBuiltIn*>(pc[1].Pointer());
+  CBasicVariableArray arguments;
+  for (std::uint32_t i = 0; i < pc->c; ++i) {
+    CBasicVariable argument;
+    RawValues::MoveOut(base[pc->a + i], argument);
+    arguments.Add(std::move(argument));
+  }
+  // The handler may report: it stands where the executing parser would, before the ")".
+  m_state.position = function.closing->start;
+  m_state.token.token = function.closing;
+  m_state.token.kind = TOKEN_DELIMITER;
+  m_state.token.command = COMMAND_NONE;
+  m_state.token.keyword = KEYWORD_NONE;
+  CBasicVariable result;
+  (m_interpreter.*function.handler)(result, arguments, function.code);
+  if (pc[1].b == 0) {
+    VariableSlot& target = m_state.m_mapVariables.FrameAt(m_state.m_nScopeLevel)[pc->b];
+    target.Undefine();
+    target.SetWhole(result);
+  }
+  return true;
+}
+
+// A "next" or "loop" takes whatever is on top; which loop that is is learnt when it is met.
+bool FastMachine::LinkLoop(FastLoop& loop, bool isNext) {
+  if (m_state.control.empty())
+    return false;
+  const CStackData& top = m_state.control.back();
+  if (top.position >= m_state.program->Length() || (isNext && top.site == nullptr))
+    return false;
+  FastCompiler compiler(m_interpreter);
+  if (isNext && !compiler.LocalSlot(*top.site, loop.slot))
+    return false;
+  loop.site = top.site;
+  loop.position = top.position;
+  loop.target = compiler.EntryFrom(top.position);
+  return true;
+}
+
+bool FastMachine::PartText(const FastPart& part, VariableSlot* base, CString& scratch, std::u16string_view& view) {
+  if (part.kind == FastPart::Constant) {
+    view = part.text.View();
+    return true;
+  }
+  VariableSlot& slot = base[part.slot];
+  if (part.kind == FastPart::Number) {
+    scratch = FormatFixed(RawValues::Double(slot));
+  } else if (part.kind == FastPart::Integer) {
+    scratch = FormatInteger(static_cast<std::int32_t>(RawValues::Double(slot)));
+  } else if (RawValues::Kind(slot) == RawValues::kText) {
+    view = RawValues::Text(slot).View();
+    return true;
+  } else {
+    if (!slot.IsDefined() || !RawValues::IsPlain(RawValues::Kind(slot)))
+      return false;
+    scratch = RawValues::Item(slot).GetStringValue();
+  }
+  view = scratch.View();
+  return true;
+}
+
+namespace {
+
+// Whether a part is text as it stands; the left operand has to be.
+bool IsText(const FastPart& part, const VariableSlot* base) {
+  return part.kind == FastPart::Constant ||
+         (part.kind == FastPart::Slot && RawValues::Kind(base[part.slot]) == RawValues::kText);
+}
+
+template <class T> bool Compare(std::uint32_t operation, const T& left, const T& right) {
+  switch (operation) {
+  case LOGICAL_EQUAL: return left == right;
+  case LOGICAL_GREATER: return left > right;
+  case LOGICAL_LESS: return left < right;
+  case LOGICAL_NOT_EQUAL: return left != right;
+  case LOGICAL_GREATER_EQUAL: return left >= right;
+  case LOGICAL_LESS_EQUAL: return left <= right;
+  default: return false;
+  }
+}
+
+} // namespace
+
+bool FastMachine::JoinParts(const std::vector<FastPart>& parts, VariableSlot* base, VariableSlot& target) {
+  constexpr std::size_t kFew = 8;
+  CString fewScratches[kFew];
+  std::u16string_view fewViews[kFew];
+  std::vector<CString> manyScratches(parts.size() > kFew ? parts.size() : 0);
+  std::vector<std::u16string_view> manyViews(manyScratches.size());
+  CString* const scratches = parts.size() > kFew ? manyScratches.data() : fewScratches;
+  std::u16string_view* const views = parts.size() > kFew ? manyViews.data() : fewViews;
+
+  if (!IsText(parts.front(), base) || !RawValues::IsPlain(RawValues::Kind(target)))
+    return false;
+  std::size_t total = 0;
+  bool inPlace = parts.front().kind == FastPart::Slot && &base[parts.front().slot] == &target;
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    if (!PartText(parts[i], base, scratches[i], views[i]))
+      return false;
+    total += views[i].size();
+    if (i > 0 && parts[i].kind == FastPart::Slot && &base[parts[i].slot] == &target)
+      inPlace = false;
+  }
+  if (total > static_cast<std::size_t>(kLongestText))
+    return false;
+  if (inPlace) {
+    for (std::size_t i = 1; i < parts.size(); ++i)
+      RawValues::Text(target).Append(views[i]);
+    return true;
+  }
+  CString joined;
+  if (total > 0) {
+    unsigned short* units = joined.GetBuffer(static_cast<int>(total));
+    for (std::size_t i = 0; i < parts.size(); ++i)
+      units = std::copy(views[i].begin(), views[i].end(), units);
+    joined.ReleaseBuffer(static_cast<int>(total));
+  }
+  RawValues::PutText(target, std::move(joined));
+  return true;
+}
+
+bool FastMachine::CompareTexts(const std::vector<FastPart>& parts, VariableSlot* base, std::uint32_t operation,
+                               bool& result) {
+  CString scratches[2];
+  std::u16string_view views[2];
+  if (!IsText(parts[0], base) || !PartText(parts[0], base, scratches[0], views[0]) ||
+      !PartText(parts[1], base, scratches[1], views[1]))
+    return false;
+  result = operation == LOGICAL_ABOUT_EQUAL ? CString(views[0]).Find(CString(views[1])) >= 0
+                                            : Compare(operation, views[0], views[1]);
+  return true;
+}
+
+bool FastMachine::TakePart(const FastCell* pc, VariableSlot* base) {
+  const FastPart& part = static_cast<const std::vector<FastPart>*>(pc[1].Pointer())->front();
+  VariableSlot& target = base[pc->a];
+  CString text;
+  std::u16string_view view;
+  if (!RawValues::IsPlain(RawValues::Kind(target)) || !PartText(part, base, text, view))
+    return false;
+  // A share of the whole text is cheaper than a copy, should that be what is taken.
+  if (part.kind == FastPart::Slot && RawValues::Kind(base[part.slot]) == RawValues::kText)
+    text = RawValues::Text(base[part.slot]);
+  else if (part.kind == FastPart::Constant)
+    text = part.text;
+  const std::int32_t first = ToInt32(RawValues::Double(base[pc->b]));
+  switch (pc[1].b) {
+  case FUNCTION_LEFT: RawValues::PutText(target, text.Left(first)); break;
+  case FUNCTION_RIGHT: RawValues::PutText(target, text.Right(first)); break;
+  default: RawValues::PutText(target, text.Mid(first, ToInt32(RawValues::Double(base[pc->c])))); break;
+  }
+  return true;
+}
+
+bool FastMachine::SearchText(const FastCell* pc, VariableSlot* base, double& result) {
+  const auto& parts = *static_cast<const std::vector<FastPart>*>(pc[1].Pointer());
+  CString scratches[2];
+  std::u16string_view views[2];
+  if (!PartText(parts[0], base, scratches[0], views[0]) || !PartText(parts[1], base, scratches[1], views[1]))
+    return false;
+  const std::size_t found = views[0].find(views[1]);
+  result = found == std::u16string_view::npos ? -1 : static_cast<double>(found);
+  return true;
+}
+
+// The length of a text, or the number that a value stands for.
+bool FastMachine::ValueOfPart(const FastPart& part, VariableSlot* base, bool isLength, double& result) {
+  if (isLength) {
+    if (!IsText(part, base))
+      return false; // Deliberate: what is no text has no length, and that is no integer
+    result = part.kind == FastPart::Constant ? part.text.GetLength() : RawValues::Text(base[part.slot]).GetLength();
+    return true;
+  }
+  switch (part.kind) {
+  case FastPart::Constant: result = ParseDouble(part.text.View()); return true;
+  case FastPart::Slot: return RawValues::RightNumber(base[part.slot], result);
+  default: result = RawValues::Double(base[part.slot]); return true;
+  }
+}
+
+} // namespace brindle

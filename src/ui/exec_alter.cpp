@@ -135,8 +135,11 @@ int CBrindle::AlterLine(ScriptDialog& dialog, int id) {
                        : keyword == KEYWORD_FONT || keyword == KEYWORD_MENUITEM ? 2
                                                                                 : 1;
   Arguments args;
-  if (operands > 0 && (!ReadOperands(args, operands) || args[0].GetType() == BVT_NONE))
+  if (operands > 0 && !ReadOperands(args, operands))
     return kErrorParameter;
+  for (const CBasicVariable& operand : args)
+    if (operand.GetType() == BVT_NONE)
+      return kErrorParameter;
   CDialogWindow& window = *dialog.window;
   bool fits = true;
   switch (keyword) {
@@ -154,5 +157,6 @@ int CBrindle::AlterLine(ScriptDialog& dialog, int id) {
   case KEYWORD_MENUITEM: dialog.AddMenuEntry(id, args[0].GetStringValue(), args[1].GetStringValue()); break;
   default: fits = false; break;
   }
+  dialog.NoteSelection(id);
   return fits ? 0 : static_cast<int>(kErrorParameter);
 }

@@ -9,9 +9,6 @@ namespace brindle {
 
 namespace {
 
-constexpr const char* kCommands =
-    "click ID, type ID TEXT, select ID N, set ID VALUE, menu ID N, menu window N, ok, cancel, show";
-
 // The next word of a command, taken off its front.
 std::string TakeWord(std::string& rest) {
   const std::size_t start = std::min(rest.find_first_not_of(" \t"), rest.size());
@@ -82,6 +79,8 @@ std::string ConsoleDialog::Execute(const std::string& line) {
   const std::string word = TakeWord(rest);
   if (command == "menu" && word == "window")
     return ChooseMenu(kWindow, m_menu, NumberOf(TakeWord(rest)).value_or(-1));
+  if (word.empty())
+    return "Which control? (" + std::string(kCommands) + ")";
   const auto id = NumberOf(word);
   Control* control = id ? Find(*id) : nullptr;
   if (control == nullptr) {

@@ -25,7 +25,7 @@ bool IsSlider(ControlKind kind) {
 void AddNode(std::vector<CString>& nodes, const CString& path) {
   for (int end = path.Find(u'\\');; end = path.Find(u'\\', end + 1)) {
     const CString level = end < 0 ? path : path.Left(end);
-    if (!level.IsEmpty() && std::find(nodes.begin(), nodes.end(), level) == nodes.end())
+    if (std::find(nodes.begin(), nodes.end(), level) == nodes.end())
       nodes.push_back(level);
     if (end < 0)
       return;

@@ -61,6 +61,8 @@ public:
 
 private:
   static constexpr int kSliderLimit = 100;
+  static constexpr const char* kCommands =
+      "click ID, type ID TEXT, select ID N, set ID VALUE, menu ID N, menu window N, ok, cancel, show";
 
   struct Control {
     DialogItem item;

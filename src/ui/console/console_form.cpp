@@ -84,6 +84,9 @@ bool HoldsItems(ControlKind kind) {
 } // namespace
 
 void ConsoleDialog::ShowForm() {
+  // A person is told what to type, once.
+  if (m_terminal.isPerson && m_terminal.screen->shown == 0)
+    m_terminal.tell(std::string("Commands: ") + kCommands + "\n");
   m_terminal.screen->shown = m_nNumber;
   m_terminal.tell(Form());
 }

@@ -1,4 +1,5 @@
 # options: --ui=console --on-error=ask
+# exit: 0
 dialog "Outer", 0, 0, 200, 200
   control button "More", 10, 5, 5, 50, 10, "more"
   control button "Nothing", 11, 5, 5, 50, 10

@@ -1,4 +1,5 @@
 # options: --ui=console --on-error=ask
+# exit: 0
 dialog "Before", 0, 0, 200, 200
   control edittext "old", 10, 5, 5, 50, 10
   control checkbox "Seen", 11, 5, 20, 50, 10

@@ -1,4 +1,5 @@
 # options: --ui=console --on-error=ask
+# exit: 0
 propertysheet "Sheet"
   page "General"
     control edittext "a", 10, 5, 5, 50, 10

@@ -1,4 +1,5 @@
 # options: --ui=console --on-error=ask
+# exit: 0
 dialog "Site visit", 0, 0, 200, 200
   control statictext "Inspector:", 10, 5, 5, 50, 10
   control edittext "Miller", 11, 60, 5, 80, 14

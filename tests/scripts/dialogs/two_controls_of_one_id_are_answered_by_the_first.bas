@@ -1,4 +1,5 @@
 # options: --ui=console --on-error=ask
+# exit: 0
 dialog "D", 0, 0, 200, 200
   control edittext "first", 10, 5, 5, 50, 10, "told"
   control edittext "other", 10, 5, 20, 50, 10, "heard"

@@ -1,4 +1,5 @@
 # options: --ui=console --on-error=ask
+# exit: 0
 dialog "D", 0, 0, 200, 200
   control edittext "e", 10, 5, 5, 50, 10, "told"
   control editnumber "1", 11, 5, 5, 50, 10, "told"

@@ -85,8 +85,8 @@ std::string ConsoleDialog::Execute(const std::string& line) {
   Control* control = id ? Find(*id) : nullptr;
   if (control == nullptr) {
     // The keys for OK and Cancel work without a button as well.
-    const bool isKey = command == "click" && (id == kOk || id == kCancel);
-    return isKey ? Click(*id) : "Unknown control: " + word;
+    const int key = command == "click" ? id.value_or(0) : 0;
+    return key == kOk || key == kCancel ? Click(key) : "Unknown control: " + word;
   }
   if (!control->shown)
     return "Control " + word + " is hidden";
@@ -139,9 +139,7 @@ std::string ConsoleDialog::Type(Control& control, const CString& text) {
   const auto isDigit = [](char16_t unit) { return unit >= u'0' && unit <= u'9'; };
   if (control.kind == ControlKind::EditNumber && !std::all_of(units.begin(), units.end(), isDigit))
     return "Control " + id + " takes digits only";
-  if (control.text == text)
-    return std::string();
-  control.text = text;
+  control.text = text; // typing tells, whatever was there before
   m_events.OnCommand(control.item.id, CDialogEvents::TextChanged);
   return std::string();
 }

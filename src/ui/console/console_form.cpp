@@ -70,9 +70,10 @@ std::string Padded(std::string text, std::size_t width) {
 }
 
 std::string Entries(const CStringArray& menu, const std::string& indent, const std::string& owner) {
+  const std::string start = indent + "menu " + owner + " ";
   std::string text;
   for (int i = 0; i < menu.GetSize(); ++i)
-    text += indent + "menu " + owner + " " + std::to_string(i) + ": " + Visible(menu[i]) + "\n";
+    text.append(start).append(std::to_string(i)).append(": ").append(Visible(menu[i])).append("\n");
   return text;
 }
 

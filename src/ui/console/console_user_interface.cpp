@@ -108,7 +108,7 @@ std::optional<CString> CConsoleUserInterface::ChooseFile(const FileRequest& requ
   std::string prompt = request.save ? "Save as" : "Open";
   if (!request.fileName.IsEmpty())
     prompt += " [" + request.fileName.ToUtf8() + "]";
-  const auto answer = m_pState->Ask(prompt + ":");
+  auto answer = m_pState->Ask(prompt + ":");
   if (!answer || answer->IsEmpty())
     return std::nullopt;
   return answer;

@@ -204,4 +204,17 @@ TEST_F(DialogBytes, many_controls_are_counted) {
   EXPECT_EQ(read->items.back().id, 5002);
 }
 
+TEST_F(DialogBytes, more_controls_than_can_be_counted_report_42) {
+  std::string program = "dialog \"Many\", 0, 0, 100, 100\n";
+  for (int i = 0; i < 0xFFFF; ++i)
+    program += "control button \"\",3,0,0,1,1\n";
+  Run(program + "enddialog\n");
+  EXPECT_EQ(Errors(), Numbers());
+  ASSERT_EQ(m_dialogs.descriptions.size(), 1U);
+  Run(program + "control button \"\",3,0,0,1,1\nenddialog\nprint \"on\"\n", "one_more.bas");
+  EXPECT_EQ(Errors(), Numbers{42});
+  EXPECT_EQ(Output(), "on\n");
+  EXPECT_EQ(m_dialogs.descriptions.size(), 1U);
+}
+
 } // namespace

@@ -1,6 +1,8 @@
 // A running dialog: notifications and handlers, nesting, ending, aborting.
 #include "ui/dialog_script_test.h"
 
+#include <stdexcept>
+
 namespace {
 
 using Strings = std::vector<std::string>;
@@ -301,6 +303,19 @@ TEST_F(DialogRun, abort_in_a_nested_dialog_closes_both) {
       "sub fails(v)\nalter 9999\nendalter\nendsub\n");
   EXPECT_EQ(Output(), "");
   EXPECT_EQ(OpenDialogs(), 0U);
+}
+
+TEST_F(DialogRun, exception_of_the_window_system_reaches_the_host_and_leaves_nothing_behind) {
+  m_dialogs.CancelErrors();
+  Then([](PlayedDialog& dialog) {
+    dialog.Click(10); // aborts, which the window system does not live to see
+    throw std::runtime_error("no window system any more");
+  });
+  EXPECT_THROW(Show("control button \"b\", 10, 0, 0, 1, 1, \"fails\"\n"), std::runtime_error);
+  EXPECT_EQ(OpenDialogs(), 0U);
+  m_dialogs.Forget();
+  Run("print \"one\"\nprint \"two\"\n", "again.bas");
+  EXPECT_EQ(Output(), "one\ntwo\n");
 }
 
 TEST_F(DialogRun, error_in_a_handler_that_is_answered_with_ok_leaves_the_dialog_up) {

@@ -131,8 +131,8 @@ void ConsoleDialog::AddItem(int id, const CString& text) {
     AddNode(control->items, text);
   else
     control->items.push_back(text);
-  // A tab control always shows one of its tabs.
-  if (control->kind == ControlKind::Tab && control->selection.empty())
+  // The first tab of a tab control is in front at once.
+  if (control->kind == ControlKind::Tab && control->items.size() == 1)
     control->selection = {0};
 }
 

@@ -58,7 +58,7 @@ public:
   virtual void SetChecked(int id, bool checked) = 0;
 
   /// Items of a list, combo box or tab control, or nodes of a tree in the order of adding. A node is added
-  /// by its path, "\" between the levels; levels that are missing are added with it.
+  /// by its path, "\" between the levels (none of them empty); levels that are missing are added with it.
   virtual void AddItem(int id, const CString& text) = 0;
   virtual void ClearItems(int id) = 0;
   [[nodiscard]] virtual int GetItemCount(int id) const = 0;

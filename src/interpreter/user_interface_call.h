@@ -34,7 +34,10 @@ public:
   // Lasts as long as the call does; `dialog` when the call is that dialog's run.
   class Scope {
   public:
-    explicit Scope(CDialogWindow* dialog) : m_outer(std::exchange(m_dialog, dialog)) { ++m_depth; }
+    explicit Scope(CDialogWindow* dialog) : m_outer(std::exchange(m_dialog, dialog)) {
+      if (m_depth++ == 0)
+        m_kept = nullptr; // left behind by a call that threw an exception of its own
+    }
     Scope(const Scope&) = delete;
     Scope& operator=(const Scope&) = delete;
     ~Scope() {

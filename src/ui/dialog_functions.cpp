@@ -79,8 +79,13 @@ bool CBrindle::ExecPopupMenu(CBasicVariable& result, Arguments& args, FUNCTION_T
 bool CBrindle::ExecWindowHandle(CBasicVariable& result, Arguments& args, FUNCTION_TYPE) {
   const ScriptDialog* dialog = CurrentDialog();
   const int id = args.IsEmpty() ? CDialogWindow::kWindow : ToInt32(args[0].GetNumberValue());
-  const bool found = dialog != nullptr && (args.IsEmpty() || dialog->HasControl(id));
-  result.SetValue(found ? static_cast<int>(dialog->window->GetHandle(id)) : 0);
+  if (dialog == nullptr || (!args.IsEmpty() && !dialog->HasControl(id))) {
+    result.SetValue(0);
+    return true;
+  }
+  // A handle that is wider than a script's integer must not look like none.
+  const int handle = static_cast<int>(dialog->window->GetHandle(id));
+  result.SetValue(handle == 0 ? 1 : handle);
   return true;
 }
 

@@ -1,7 +1,5 @@
 #include "ui/dialog_template.h"
 
-#include <cstring>
-
 namespace brindle {
 
 namespace {
@@ -56,6 +54,8 @@ public:
       *value = static_cast<std::int16_t>(Word());
     return rectangle;
   }
+  // What templates of scripts never hold: menus, window classes and creation data of their own.
+  void Nothing() { m_bFailed = Word() != 0 || m_bFailed; }
   // Up to its zero; a text without one is a fault.
   CString Text() {
     std::u16string text;
@@ -88,7 +88,7 @@ DialogItem ReadItem(Reader& reader) {
     item.className = CString(static_cast<char16_t>(first), 1) + reader.Text();
   }
   item.caption = reader.Text();
-  reader.Word(); // no creation data
+  reader.Nothing(); // no creation data
   return item;
 }
 
@@ -131,10 +131,13 @@ std::vector<std::byte> MakeDialogItem(const DialogItem& item) {
 void AppendItem(std::vector<std::byte>& dialogTemplate, std::span<const std::byte> item) {
   Align(dialogTemplate);
   dialogTemplate.insert(dialogTemplate.end(), item.begin(), item.end());
-  std::uint16_t count = 0;
-  std::memcpy(&count, dialogTemplate.data() + kItemCountOffset, sizeof count);
-  ++count;
-  std::memcpy(dialogTemplate.data() + kItemCountOffset, &count, sizeof count);
+  const unsigned count = ItemCountOf(dialogTemplate) + 1U;
+  dialogTemplate[kItemCountOffset] = static_cast<std::byte>(count & 0xFF);
+  dialogTemplate[kItemCountOffset + 1] = static_cast<std::byte>((count >> 8) & 0xFF);
+}
+
+std::uint16_t ItemCountOf(std::span<const std::byte> dialogTemplate) {
+  return Reader(dialogTemplate.subspan(kItemCountOffset)).Word();
 }
 
 std::optional<DialogTemplate> ReadDialogTemplate(std::span<const std::byte> bytes) {
@@ -145,8 +148,8 @@ std::optional<DialogTemplate> ReadDialogTemplate(std::span<const std::byte> byte
   reader.DoubleWord(); // extended style
   header.itemCount = reader.Word();
   header.rectangle = reader.Rectangle();
-  reader.Word(); // menu
-  reader.Word(); // class
+  reader.Nothing(); // no menu
+  reader.Nothing(); // the standard window class
   header.title = reader.Text();
   header.hasFont = (header.style & kStyleSetFont) != 0;
   if (header.hasFont) {

@@ -70,6 +70,8 @@ struct DialogTemplate {
 [[nodiscard]] std::vector<std::byte> MakeDialogItem(const DialogItem& item);
 // Appends an item at the next multiple of four and counts it.
 void AppendItem(std::vector<std::byte>& dialogTemplate, std::span<const std::byte> item);
+// How many items a template made here holds so far.
+[[nodiscard]] std::uint16_t ItemCountOf(std::span<const std::byte> dialogTemplate);
 
 // Nothing for bytes that are no whole template.
 [[nodiscard]] std::optional<DialogTemplate> ReadDialogTemplate(std::span<const std::byte> bytes);

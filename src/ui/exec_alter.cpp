@@ -6,6 +6,10 @@
 #include "platform/number_text.h"
 #include "ui/script_dialog.h"
 
+#include <algorithm>
+#include <string>
+#include <string_view>
+
 using namespace brindle;
 
 namespace {
@@ -22,6 +26,19 @@ bool IsTextBox(ControlKind kind) {
 bool IsList(ControlKind kind) {
   return kind == ControlKind::ListBox || kind == ControlKind::MultiListBox || kind == ControlKind::ComboBox ||
          kind == ControlKind::Tab;
+}
+
+// The path of a tree's node without empty levels, so that every window system splits it alike.
+CString TreePath(const CString& text) {
+  std::u16string path;
+  const std::u16string_view units = text.View();
+  for (std::size_t at = 0; at < units.size();) {
+    const std::size_t end = std::min(units.find(u'\\', at), units.size());
+    if (end > at)
+      path.append(path.empty() ? u"" : u"\\").append(units.substr(at, end - at));
+    at = end + 1;
+  }
+  return CString(path);
 }
 
 // The members below are false when the line does not fit the control.
@@ -65,7 +82,9 @@ bool SetValueOf(ScriptDialog& dialog, int id, CBasicVariable& value) {
     return false;
   for (int i = 0; i < value.GetNumItems(); ++i) {
     value.SetCurIndex(i);
-    dialog.window->AddItem(id, value.GetStringValue());
+    const CString item = kind == ControlKind::Tree ? TreePath(value.GetStringValue()) : value.GetStringValue();
+    if (kind != ControlKind::Tree || !item.IsEmpty())
+      dialog.window->AddItem(id, item);
   }
   return true;
 }
@@ -135,8 +154,11 @@ int CBrindle::AlterLine(ScriptDialog& dialog, int id) {
                        : keyword == KEYWORD_FONT || keyword == KEYWORD_MENUITEM ? 2
                                                                                 : 1;
   Arguments args;
-  if (operands > 0 && (!ReadOperands(args, operands) || args[0].GetType() == BVT_NONE))
+  if (operands > 0 && !ReadOperands(args, operands))
     return kErrorParameter;
+  for (const CBasicVariable& operand : args)
+    if (operand.GetType() == BVT_NONE)
+      return kErrorParameter;
   CDialogWindow& window = *dialog.window;
   bool fits = true;
   switch (keyword) {
@@ -154,5 +176,6 @@ int CBrindle::AlterLine(ScriptDialog& dialog, int id) {
   case KEYWORD_MENUITEM: dialog.AddMenuEntry(id, args[0].GetStringValue(), args[1].GetStringValue()); break;
   default: fits = false; break;
   }
+  dialog.NoteSelection(id);
   return fits ? 0 : static_cast<int>(kErrorParameter);
 }

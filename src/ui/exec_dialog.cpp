@@ -143,8 +143,7 @@ int CBrindle::ReadDialogLine(ScriptDialog& dialog, std::vector<std::byte>& dialo
     CString handler;
     if (!ExecControl(item, id, handler))
       return kReported;
-    const auto dialogHeader = ReadDialogTemplate(dialogTemplate);
-    if (!dialogHeader || dialogHeader->header.itemCount == kMostItems)
+    if (ItemCountOf(dialogTemplate) == kMostItems)
       return kErrorDialogCreating;
     AppendItem(dialogTemplate, item);
     if (!handler.IsEmpty())

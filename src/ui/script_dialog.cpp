@@ -2,6 +2,9 @@
 
 #include "platform/number_text.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace brindle {
 
 bool ScriptDialog::ReadTemplates() {
@@ -17,11 +20,12 @@ bool ScriptDialog::ReadTemplates() {
 
 // The window system calls in here: nothing may be thrown back through it.
 void ScriptDialog::RaiseSafely(const CString& handler, const CBasicVariable& value) {
-  if (handler.IsEmpty())
+  if (handler.IsEmpty() || m_bAborted)
     return;
   try {
     m_raise(handler, value);
   } catch (...) {
+    m_bAborted = true;
     m_keepException(); // and the dialog ends
   }
 }
@@ -43,9 +47,9 @@ void ScriptDialog::OnCommand(int id, int code) {
     switch (code) {
     case Clicked: RaiseSafely(name, CBasicVariable(window->IsChecked(id) ? 1 : 0)); break;
     case SelectionChanged: {
-      const std::vector<int> selection = window->GetSelection(id);
-      if (!selection.empty())
-        RaiseSafely(name, CBasicVariable(window->GetItemText(id, selection.front())));
+      const int item = ChosenItem(id);
+      if (item >= 0)
+        RaiseSafely(name, CBasicVariable(window->GetItemText(id, item)));
       break;
     }
     case TextChanged: RaiseSafely(name, CBasicVariable(window->GetText(id))); break;
@@ -54,6 +58,28 @@ void ScriptDialog::OnCommand(int id, int code) {
   }
   if (code == Clicked && (id == CDialogWindow::kOk || id == CDialogWindow::kCancel))
     window->End(id);
+}
+
+// The item that the user has just selected, or toggled where several can be; -1 when there is none.
+int ScriptDialog::ChosenItem(int id) {
+  const ControlKind kind = Kind(id);
+  if (kind == ControlKind::MultiListBox) {
+    const std::vector<int> before = m_selections[id];
+    NoteSelection(id);
+    const std::vector<int>& now = m_selections[id];
+    std::vector<int> changed;
+    std::set_symmetric_difference(before.begin(), before.end(), now.begin(), now.end(), std::back_inserter(changed));
+    return changed.empty() ? -1 : changed.back();
+  }
+  if (kind != ControlKind::ListBox && kind != ControlKind::ComboBox)
+    return -1;
+  const std::vector<int> selection = window->GetSelection(id);
+  return selection.empty() ? -1 : selection.front();
+}
+
+void ScriptDialog::NoteSelection(int id) {
+  if (Kind(id) == ControlKind::MultiListBox)
+    m_selections[id] = window->GetSelection(id);
 }
 
 void ScriptDialog::OnNotify(int id) {

@@ -49,6 +49,8 @@ public:
   }
   // What "controlvalue" gives for the control.
   [[nodiscard]] CBasicVariable ValueOf(int id) const;
+  // To be called when the script itself may have changed what is selected in a list.
+  void NoteSelection(int id);
   void AddMenuEntry(int id, const CString& caption, const CString& handler);
 
   CDialogDescription description;
@@ -63,10 +65,14 @@ private:
   };
   void RaiseSafely(const CString& handler, const CBasicVariable& value);
 
+  [[nodiscard]] int ChosenItem(int id);
+
   Raise m_raise;
   KeepException m_keepException;
   std::map<int, ControlKind> m_kinds;
   std::map<int, std::vector<MenuEntry>> m_menus;
+  std::map<int, std::vector<int>> m_selections; // of lists where several items can be selected, as last seen
+  bool m_bAborted = false;                      // a handler has thrown: no other one runs on the way out
 };
 
 } // namespace brindle

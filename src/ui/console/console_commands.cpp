@@ -1,54 +1,13 @@
-// The form of a console dialog and the commands that drive it.
-#include "platform/date_text.h"
-#include "platform/number_text.h"
+// The commands that drive a console dialog.
 #include "ui/console/console_dialog.h"
 
+#include "platform/date_text.h"
+
 #include <algorithm>
-#include <array>
 
 namespace brindle {
 
 namespace {
-
-struct KindName {
-  ControlKind kind;
-  const char* name;
-};
-
-constexpr std::array kKindNames = {
-    KindName{ControlKind::Button, "button"},
-    KindName{ControlKind::DefaultButton, "okbutton"},
-    KindName{ControlKind::CheckBox, "checkbox"},
-    KindName{ControlKind::RadioButton, "radiogroup"},
-    KindName{ControlKind::GroupBox, "groupbox"},
-    KindName{ControlKind::Edit, "edittext"},
-    KindName{ControlKind::EditMultiLine, "editmultiline"},
-    KindName{ControlKind::EditNumber, "editnumber"},
-    KindName{ControlKind::Static, "statictext"},
-    KindName{ControlKind::Bitmap, "bitmap"},
-    KindName{ControlKind::ListBox, "listbox"},
-    KindName{ControlKind::MultiListBox, "multilistbox"},
-    KindName{ControlKind::ComboBox, "combobox"},
-    KindName{ControlKind::Date, "datetime"},
-    KindName{ControlKind::Tree, "treeview"},
-    KindName{ControlKind::SliderHorizontal, "sliderhorz"},
-    KindName{ControlKind::SliderVertical, "slidervert"},
-    KindName{ControlKind::Tab, "tabcontrol"},
-    KindName{ControlKind::Unknown, "control"},
-};
-
-std::string NameOf(ControlKind kind) {
-  for (const KindName& row : kKindNames)
-    if (row.kind == kind)
-      return row.name;
-  return std::string();
-}
-
-std::string Padded(std::string text, std::size_t width) {
-  if (text.size() < width)
-    text.append(width - text.size(), ' ');
-  return text;
-}
 
 // The next word of a command, taken off its front.
 std::string TakeWord(std::string& rest) {
@@ -78,59 +37,15 @@ bool IsSelectable(ControlKind kind) {
          kind == ControlKind::Tab || kind == ControlKind::Tree;
 }
 
-std::string Entries(const CStringArray& menu) {
-  std::string text;
-  for (int i = 0; i < menu.GetSize(); ++i)
-    text += "      menu " + std::to_string(i) + ": " + menu[i].ToUtf8() + "\n";
-  return text;
-}
-
 } // namespace
-
-std::string ConsoleDialog::ValueText(const Control& control) {
-  switch (control.kind) {
-  case ControlKind::CheckBox: return control.checked ? "[x]" : "[ ]";
-  case ControlKind::RadioButton: return control.checked ? "(o)" : "( )";
-  case ControlKind::Edit:
-  case ControlKind::EditMultiLine:
-  case ControlKind::EditNumber: return "\"" + control.text.ToUtf8() + "\"";
-  case ControlKind::SliderHorizontal:
-  case ControlKind::SliderVertical: return std::to_string(control.position) + " of 100";
-  case ControlKind::Date: return control.date.ToUtf8();
-  default: return std::string();
-  }
-}
-
-std::string ConsoleDialog::Form() const {
-  std::string form = "--- " + m_strTitle.ToUtf8() + " ---\n";
-  std::size_t nextPage = 0;
-  for (const Control& control : m_controls) {
-    for (; m_bSheet && nextPage <= control.page; ++nextPage)
-      form += "== " + m_pages[nextPage].title.ToUtf8() + "\n";
-    if (!control.shown)
-      continue;
-    const bool ownsText = !IsEdit(control.kind) && control.kind != ControlKind::Date;
-    form += Padded(std::to_string(control.item.id), 5) + (control.item.id == m_nFocus ? ">" : " ") +
-            Padded(NameOf(control.kind), 14) + Padded(ValueText(control), 4) +
-            (ownsText && !control.text.IsEmpty() ? " " + control.text.ToUtf8() : std::string()) +
-            (control.enabled ? "" : " (disabled)") + "\n";
-    for (std::size_t i = 0; i < control.items.size(); ++i) {
-      const bool selected =
-          std::find(control.selection.begin(), control.selection.end(), static_cast<int>(i)) != control.selection.end();
-      form += std::string("      ") + (selected ? "* " : "  ") + std::to_string(i) + ": " + control.items[i].ToUtf8() +
-              "\n";
-    }
-    form += Entries(control.menu);
-  }
-  return form + Entries(m_menu);
-}
 
 int ConsoleDialog::Run() {
   m_events.OnOpened();
-  if (!m_result)
-    m_terminal.tell(Form());
   while (!m_result) {
-    const auto line = m_terminal.ask("> ");
+    // At first, and when another dialog has been in between.
+    if (m_terminal.screen->shown != m_nNumber)
+      ShowForm();
+    const auto line = m_terminal.ask([this] { return m_result.has_value(); });
     if (m_result)
       break; // a timer has ended it meanwhile
     if (!line) {
@@ -147,11 +62,11 @@ int ConsoleDialog::Run() {
 
 std::string ConsoleDialog::Execute(const std::string& line) {
   std::string rest = line;
-  const std::string command = TakeWord(rest);
+  const std::string command = CString::FromUtf8(TakeWord(rest)).MakeLower().ToUtf8();
   if (command.empty())
     return std::string();
   if (command == "show") {
-    m_terminal.tell(Form());
+    ShowForm();
     return std::string();
   }
   if (command == "ok" || command == "cancel")
@@ -159,16 +74,23 @@ std::string ConsoleDialog::Execute(const std::string& line) {
   const bool known =
       command == "click" || command == "type" || command == "select" || command == "set" || command == "menu";
   if (!known)
-    return "Unknown command: " + command;
+    return "Unknown command: " + command + " (" + kCommands + ")";
 
   const std::string word = TakeWord(rest);
   if (command == "menu" && word == "window")
-    return ChooseMenu(kWindow, m_menu, NumberOf(rest).value_or(-1));
+    return ChooseMenu(kWindow, m_menu, NumberOf(TakeWord(rest)).value_or(-1));
+  if (word.empty())
+    return "Which control? (" + std::string(kCommands) + ")";
   const auto id = NumberOf(word);
   Control* control = id ? Find(*id) : nullptr;
-  if (control == nullptr)
-    return "Unknown control: " + word;
-  if (!control->shown || !control->enabled)
+  if (control == nullptr) {
+    // The keys for OK and Cancel work without a button as well.
+    const int key = command == "click" ? id.value_or(0) : 0;
+    return key == kOk || key == kCancel ? Click(key) : "Unknown control: " + word;
+  }
+  if (!control->shown)
+    return "Control " + word + " is hidden";
+  if (!control->enabled)
     return "Control " + word + " is disabled";
   if (command == "click")
     return IsClickable(control->kind) ? Click(*id) : "Control " + word + " is no button";
@@ -217,7 +139,7 @@ std::string ConsoleDialog::Type(Control& control, const CString& text) {
   const auto isDigit = [](char16_t unit) { return unit >= u'0' && unit <= u'9'; };
   if (control.kind == ControlKind::EditNumber && !std::all_of(units.begin(), units.end(), isDigit))
     return "Control " + id + " takes digits only";
-  control.text = text;
+  control.text = text; // typing tells, whatever was there before
   m_events.OnCommand(control.item.id, CDialogEvents::TextChanged);
   return std::string();
 }
@@ -237,6 +159,8 @@ std::string ConsoleDialog::Select(Control& control, int index) {
       selection.erase(found);
     SetSelection(control.item.id, selection);
   } else {
+    if (control.selection == std::vector<int>{index})
+      return std::string();
     control.selection = {index};
   }
   if (control.kind == ControlKind::Tab || control.kind == ControlKind::Tree)
@@ -248,17 +172,22 @@ std::string ConsoleDialog::Select(Control& control, int index) {
 
 std::string ConsoleDialog::Set(Control& control, const CString& value) {
   const std::string id = std::to_string(control.item.id);
-  const auto number = NumberOf(value.ToUtf8());
   switch (control.kind) {
   case ControlKind::SliderHorizontal:
-  case ControlKind::SliderVertical:
-    if (!number)
+  case ControlKind::SliderVertical: {
+    const auto position = NumberOf(value.ToUtf8());
+    if (!position || *position > kSliderLimit)
       return "Control " + id + " takes a position from 0 to 100";
-    SetPosition(control.item.id, *number);
+    if (*position == control.position)
+      return std::string();
+    control.position = *position;
     break;
+  }
   case ControlKind::Date:
     if (!IsDateText(value.View()))
       return "Control " + id + " takes a date, YYYY-MM-DD HH:MM:SS";
+    if (value == control.date)
+      return std::string();
     control.date = value;
     break;
   default: return "Control " + id + " cannot be set";

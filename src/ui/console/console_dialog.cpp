@@ -2,14 +2,13 @@
 #include "ui/console/console_dialog.h"
 
 #include "platform/clock.h"
+#include "platform/date_text.h"
 
 #include <algorithm>
 
 namespace brindle {
 
 namespace {
-
-constexpr int kSliderLimit = 100;
 
 CString CurrentDate() {
   const LocalTime now = Now();
@@ -26,7 +25,7 @@ bool IsSlider(ControlKind kind) {
 void AddNode(std::vector<CString>& nodes, const CString& path) {
   for (int end = path.Find(u'\\');; end = path.Find(u'\\', end + 1)) {
     const CString level = end < 0 ? path : path.Left(end);
-    if (!level.IsEmpty() && std::find(nodes.begin(), nodes.end(), level) == nodes.end())
+    if (std::find(nodes.begin(), nodes.end(), level) == nodes.end())
       nodes.push_back(level);
     if (end < 0)
       return;
@@ -38,12 +37,11 @@ void AddNode(std::vector<CString>& nodes, const CString& path) {
 ConsoleDialog::ConsoleDialog(const CDialogDescription& description, const std::vector<DialogTemplate>& templates,
                              CDialogEvents& events, Terminal terminal)
     : m_events(events), m_terminal(std::move(terminal)), m_strTitle(description.title), m_bSheet(description.sheet) {
-  static long lastHandle = 0;
-  m_nHandle = ++lastHandle;
+  m_nNumber = ++m_terminal.screen->made;
   for (const DialogTemplate& page : templates) {
     if (!m_bSheet)
       m_strTitle = page.header.title;
-    m_pages.push_back({page.header.title, m_controls.size()});
+    m_pages.push_back(page.header.title);
     for (const DialogItem& item : page.items) {
       Control control;
       control.item = item;
@@ -75,8 +73,10 @@ void ConsoleDialog::End(int result) {
 }
 
 long ConsoleDialog::GetHandle(int id) const {
+  // Fits an integer of a script, whatever the number of dialogs before this one.
   constexpr long kHandlesPerWindow = 0x10000;
-  const long window = m_nHandle * kHandlesPerWindow;
+  constexpr long kWindows = 0x7FFF;
+  const long window = (1 + (m_nNumber - 1) % (kWindows - 1)) * kHandlesPerWindow;
   if (id == kWindow)
     return window;
   for (std::size_t i = 0; i < m_controls.size(); ++i)
@@ -114,7 +114,12 @@ bool ConsoleDialog::IsChecked(int id) const {
 }
 
 void ConsoleDialog::SetChecked(int id, bool checked) {
-  if (Control* control = Find(id))
+  Control* control = Find(id);
+  if (control == nullptr)
+    return;
+  if (control->kind == ControlKind::RadioButton && checked)
+    CheckOnly(*control); // one of its group, whoever chooses it
+  else
     control->checked = checked;
 }
 
@@ -126,8 +131,8 @@ void ConsoleDialog::AddItem(int id, const CString& text) {
     AddNode(control->items, text);
   else
     control->items.push_back(text);
-  // A tab control always shows one of its tabs.
-  if (control->kind == ControlKind::Tab && control->selection.empty())
+  // The first tab of a tab control is in front at once.
+  if (control->kind == ControlKind::Tab && control->items.size() == 1)
     control->selection = {0};
 }
 
@@ -185,7 +190,7 @@ CString ConsoleDialog::GetDate(int id) const {
 
 void ConsoleDialog::SetDate(int id, const CString& date) {
   Control* control = Find(id);
-  if (control != nullptr && control->kind == ControlKind::Date)
+  if (control != nullptr && control->kind == ControlKind::Date && IsDateText(date.View()))
     control->date = date;
 }
 

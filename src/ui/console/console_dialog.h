@@ -18,10 +18,17 @@ namespace brindle {
 
 class ConsoleDialog : public CDialogWindow {
 public:
+  // What the dialogs of one console share.
+  struct Screen {
+    long made = 0;  // dialogs so far
+    long shown = 0; // the one whose form was shown last
+  };
   struct Terminal {
-    // A line of input behind a prompt, nothing at the end of the input.
-    std::function<std::optional<CString>(const std::string& prompt)> ask;
+    // A line of input; nothing at the end of the input, or as soon as the dialog is over.
+    std::function<std::optional<CString>(const std::function<bool()>& isOver)> ask;
     std::function<void(const std::string& text)> tell;
+    bool isPerson = false; // who types the commands
+    Screen* screen = nullptr;
   };
 
   ConsoleDialog(const CDialogDescription& description, const std::vector<DialogTemplate>& templates,
@@ -53,6 +60,10 @@ public:
   void AddMenuEntry(int id, const CString& caption) override;
 
 private:
+  static constexpr int kSliderLimit = 100;
+  static constexpr const char* kCommands =
+      "click ID, type ID TEXT, select ID N, set ID VALUE, menu ID N, menu window N, ok, cancel, show";
+
   struct Control {
     DialogItem item;
     ControlKind kind = ControlKind::Unknown;
@@ -67,14 +78,14 @@ private:
     bool enabled = true;
     std::size_t page = 0;
   };
-  struct Page {
-    CString title;
-    std::size_t firstControl;
-  };
 
   [[nodiscard]] const Control* Find(int id) const;
   [[nodiscard]] Control* Find(int id);
+  void ShowForm();
   [[nodiscard]] std::string Form() const;
+  [[nodiscard]] std::string Line(const Control& control, std::size_t kindWidth, std::size_t captionWidth) const;
+  [[nodiscard]] static std::string KindText(const Control& control);
+  [[nodiscard]] static std::string CaptionText(const Control& control);
   [[nodiscard]] static std::string ValueText(const Control& control);
 
   // One command; empty, or why it was refused.
@@ -91,11 +102,11 @@ private:
   CString m_strTitle;
   bool m_bSheet;
   std::vector<Control> m_controls;
-  std::vector<Page> m_pages;
+  std::vector<CString> m_pages; // titles
   CStringArray m_menu;
   std::optional<int> m_result;
   int m_nFocus = 0;
-  long m_nHandle;
+  long m_nNumber;
 };
 
 } // namespace brindle

@@ -4,7 +4,7 @@
 #include "ui/console/console_dialog.h"
 #include "ui/console/timer_queue.h"
 
-#include <chrono>
+#include <functional>
 #include <string>
 
 using brindle::StandardStreams;
@@ -16,18 +16,23 @@ struct CConsoleUserInterface::State {
   StandardStreams streams;
   TimerQueue timers;
 
-  // A line of input, nothing at its end. Timers tick while it waits.
-  std::optional<CString> Ask(const std::string& prompt) {
+  brindle::ConsoleDialog::Screen screen;
+
+  // A line of input; nothing at its end, or as soon as the question is over. Timers tick while it waits.
+  std::optional<CString> Ask(const std::string& prompt, const std::function<bool()>& isOver = {}) {
+    // A person answers behind the prompt; for a program that pipes lines in, each prompt is a line of its own.
     if (!prompt.empty())
-      streams.WriteError(prompt);
+      streams.WriteError(prompt + (streams.InputIsTerminal() ? " " : "\n"));
     std::string line;
     for (;;) {
+      // First, so that input that never pauses starves no timer, and a tick that ends the wait loses no line.
+      timers.RunDue();
+      if (isOver && isOver())
+        return std::nullopt;
       switch (streams.ReadLine(line, timers.NextTick())) {
-      case StandardStreams::WaitResult::Line:
-        timers.RunDue(); // input that never pauses starves no timer
-        return CString::FromUtf8(line);
+      case StandardStreams::WaitResult::Line: return CString::FromUtf8(line);
       case StandardStreams::WaitResult::EndOfInput: return std::nullopt;
-      case StandardStreams::WaitResult::TimedOut: timers.RunDue(); break;
+      case StandardStreams::WaitResult::TimedOut: break;
       }
     }
   }
@@ -89,13 +94,13 @@ CUserInterface::ErrorAnswer CConsoleUserInterface::ShowError(const CString& text
   }
   // A program that answers through a pipe reads the error text alone; a person is told the choice.
   const bool person = m_pState->streams.InputIsTerminal();
-  const auto answer = m_pState->Ask(person ? "[Enter] continues, [c] cancels: " : "");
+  const auto answer = m_pState->Ask(person ? "[Enter] continues, [c] cancels:" : "");
   return !answer || IsOneOf(*answer, u"c", u"cancel") ? ErrorAnswer::Cancel : ErrorAnswer::Ok;
 }
 
 bool CConsoleUserInterface::AskYesNo(const CString& question, const CString& title) {
   const std::string heading = title.IsEmpty() ? std::string() : title.ToUtf8() + "\n";
-  const auto answer = m_pState->Ask(heading + question.ToUtf8() + " [y/n]: ");
+  const auto answer = m_pState->Ask(heading + question.ToUtf8() + " [y/n]:");
   return answer && IsOneOf(*answer, u"y", u"yes");
 }
 
@@ -103,7 +108,7 @@ std::optional<CString> CConsoleUserInterface::ChooseFile(const FileRequest& requ
   std::string prompt = request.save ? "Save as" : "Open";
   if (!request.fileName.IsEmpty())
     prompt += " [" + request.fileName.ToUtf8() + "]";
-  const auto answer = m_pState->Ask(prompt + ": ");
+  auto answer = m_pState->Ask(prompt + ":");
   if (!answer || answer->IsEmpty())
     return std::nullopt;
   return answer;
@@ -116,7 +121,7 @@ int CConsoleUserInterface::ShowPopupMenu(const CStringArray& entries) {
     menu += entry == "-" ? "    -\n" : std::to_string(i) + "   " + entry + "\n";
   }
   for (;;) {
-    const auto answer = m_pState->Ask(menu + "Choice: ");
+    const auto answer = m_pState->Ask(menu + "Choice:");
     if (!answer)
       return -1;
     const std::string digits = answer->ToUtf8();
@@ -143,8 +148,11 @@ std::unique_ptr<CDialogWindow> CConsoleUserInterface::CreateDialogWindow(const C
   State* state = m_pState.get();
   return std::make_unique<brindle::ConsoleDialog>(
       description, templates, events,
-      brindle::ConsoleDialog::Terminal{[state](const std::string& prompt) { return state->Ask(prompt); },
-                                       [state](const std::string& text) { state->streams.WriteError(text); }});
+      brindle::ConsoleDialog::Terminal{[state](const std::function<bool()>& isOver) {
+                                         return state->Ask(state->streams.InputIsTerminal() ? ">" : "", isOver);
+                                       },
+                                       [state](const std::string& text) { state->streams.WriteError(text); },
+                                       state->streams.InputIsTerminal(), &state->screen});
 }
 
 unsigned CConsoleUserInterface::StartTimer(unsigned period, std::function<void()> tick) {

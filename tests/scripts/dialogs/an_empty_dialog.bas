@@ -1,0 +1,5 @@
+dialog "", 0, 0, 0, 0
+enddialog
+# input: ok
+print "after"
+# expect: after

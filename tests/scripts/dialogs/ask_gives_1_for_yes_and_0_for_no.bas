@@ -1,0 +1,14 @@
+print ask("Go on?")
+# input: y
+# expect: 1
+print ask("Go on?")
+# input: YES
+# expect: 1
+print ask("Go on?")
+# input: n
+# expect: 0
+print ask("Go on?")
+# input: perhaps
+# expect: 0
+print ask("Go on?")
+# expect: 0

@@ -1,0 +1,4 @@
+x = controlvalue(10)
+# expect error 43 anywhere: No active dialogs open
+print "on"
+# expect: on

@@ -19,7 +19,7 @@ import tempfile
 STRICT = ["-std=c++20", "-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Werror"]
 PUBLIC_CLASSES = ("CBrindle", "CBasicVariable", "CVarBase", "CString", "CBlowFish", "CUserInterface",
                   "CConsoleUserInterface", "CDialogEvents", "CDialogWindow", "CDbf", "CDbfFieldDescriptorEx",
-                  "CAttributePair", "CEnvironment")
+                  "CAttributePair", "CEnvironment", "CWindowUserInterface")
 FREE_FUNCTIONS = ("SysAllocString", "SysAllocStringLen", "SysStringLen", "SysFreeString", "VariantInit",
                   "VariantClear", "VariantCopy")
 

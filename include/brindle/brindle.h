@@ -14,3 +14,4 @@
 #include "brindle/user_interface.h"
 #include "brindle/variable.h"
 #include "brindle/version.h"
+#include "brindle/window_user_interface.h"

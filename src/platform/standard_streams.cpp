@@ -1,13 +1,12 @@
 #include "platform/standard_streams.h"
 
 #include "platform/terminal.h"
+#include "platform/termination.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 
-#include <csignal>
-#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
@@ -31,16 +30,6 @@ bool WriteAll(int descriptor, std::string_view bytes) noexcept {
     }
   }
   return true;
-}
-
-// A signal handler can do no more than write: whoever waits for input watches the other end.
-int terminationWriteEnd = -1;
-
-void NoteTermination(int) {
-  const int error = errno;
-  const char byte = 0;
-  [[maybe_unused]] const ssize_t written = ::write(terminationWriteEnd, &byte, 1);
-  errno = error;
 }
 
 // Milliseconds left, rounded up; -1 to wait without limit.
@@ -74,15 +63,7 @@ bool StandardStreams::InputIsTerminal() const noexcept {
 }
 
 void StandardStreams::EndInputOnTermination() {
-  std::array<int, 2> ends{};
-  if (m_nTerminationPipe >= 0 || ::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0)
-    return;
-  m_nTerminationPipe = ends[0];
-  terminationWriteEnd = ends[1];
-  struct sigaction action = {};
-  action.sa_handler = NoteTermination;
-  ::sigaction(SIGINT, &action, nullptr);
-  ::sigaction(SIGTERM, &action, nullptr);
+  m_nTerminationPipe = TerminationDescriptor();
 }
 
 bool StandardStreams::TakeLine(std::string& line) {

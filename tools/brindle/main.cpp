@@ -1,10 +1,11 @@
-// The command-line runner: runs one script file on the console.
+// The command-line runner: runs one script file, in windows or on the console.
 #include <brindle/brindle.h>
 
 #include "encrypt_command.h"
 
 #include <CLI/CLI.hpp>
 
+#include <functional>
 #include <iostream>
 #include <map>
 #include <string>
@@ -37,22 +38,47 @@ bool SetRoute(const std::string& name) {
   return true;
 }
 
-int Run(const Options& options) {
-  CConsoleUserInterface console(options.errorPolicy);
-  CUserInterface::SetDefault(&console);
+// Runs the script with everything shown by `userInterface`; false when it could not be loaded.
+bool RunScript(const Options& options, CUserInterface& userInterface, const std::function<void()>& serve) {
+  CUserInterface::SetDefault(&userInterface);
   bool loaded = false;
   {
     CBrindle interpreter;
     loaded = interpreter.ExecuteProgram(CEnvironment::PathFromNative(options.scripts.front()));
     if (loaded && interpreter.IsResident())
-      console.ServeUntilEndOfInput();
+      serve();
   }
   CUserInterface::SetDefault(nullptr);
+  return loaded;
+}
+
+int RunOnConsole(const Options& options) {
+  CConsoleUserInterface console(options.errorPolicy);
+  const bool loaded = RunScript(options, console, [&console] { console.ServeUntilEndOfInput(); });
   if (!console.Flush()) {
     std::cerr << "brindle: the output could not be written\n";
     return kFailed;
   }
   return loaded && console.GetNumberOfErrors() == 0 ? kRan : kFailed;
+}
+
+int RunInWindows(const Options& options, CWindowUserInterface& windows) {
+  windows.SetErrorPolicy(options.errorPolicy);
+  const bool loaded = RunScript(options, windows, [&windows] { windows.ServeUntilClosed(); });
+  return loaded && windows.GetNumberOfErrors() == 0 ? kRan : kFailed;
+}
+
+int Run(const Options& options) {
+  const bool wantsWindow = options.userInterface == "window";
+  if (!wantsWindow && (options.userInterface == "console" || !CWindowUserInterface::HasDisplay()))
+    return RunOnConsole(options);
+  std::string reason;
+  if (const auto windows = CWindowUserInterface::Load("qt", reason))
+    return RunInWindows(options, *windows);
+  if (!wantsWindow)
+    return RunOnConsole(options);
+  std::cerr << "brindle: no window can be shown: " << reason << '\n';
+  return kUsage;
 }
 
 } // namespace
@@ -89,8 +115,6 @@ int main(int argc, char** argv) {
       throw CLI::ValidationError("--route", "unknown route " + options.route);
     if (!CEnvironment::SetAnsiCodePage(options.codePage))
       throw CLI::ValidationError("--codepage", "unknown code page " + options.codePage);
-    if (options.userInterface == "window")
-      throw CLI::ValidationError("--ui", "this build shows no windows");
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? kRan : kUsage;
   }

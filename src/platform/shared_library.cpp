@@ -1,0 +1,80 @@
+#include "platform/shared_library.h"
+
+#include <dlfcn.h>
+#include <sys/stat.h>
+
+#include <cstdlib>
+#include <memory>
+
+namespace brindle {
+
+namespace {
+
+// The loader would wait for the other side of a pipe.
+bool IsRegularFile(const std::string& path) noexcept {
+  struct stat status {};
+  return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+std::string OneLine(std::string text) {
+  for (char& character : text)
+    if (character == '\n' || character == '\r')
+      character = ' ';
+  return text;
+}
+
+} // namespace
+
+SharedLibrary SharedLibrary::Open(const std::string& path, std::string& failure) {
+  // For the loader an empty name is the program itself.
+  if (path.empty() || path.find('\0') != std::string::npos) {
+    failure = "not the name of a library";
+    return SharedLibrary();
+  }
+  if (path.find('/') != std::string::npos && !IsRegularFile(path)) {
+    failure = OneLine(path) + ": no such file";
+    return SharedLibrary();
+  }
+  // Everything is bound now, so that what is missing fails here and not in the middle of a call.
+  void* const handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (handle == nullptr) {
+    const char* const reason = dlerror();
+    failure = OneLine(reason != nullptr ? reason : path + ": cannot be loaded");
+  }
+  return SharedLibrary(handle);
+}
+
+SharedLibrary SharedLibrary::OpenPlugIn(const std::string& fileName, std::string& failure) {
+  std::string folders[3];
+  if (const char* const chosen = std::getenv("BRINDLE_PLUGINS"))
+    folders[0] = chosen;
+  folders[1] = OwnFolder();
+  if (!folders[1].empty())
+    folders[2] = folders[1] + "/brindle";
+  failure = fileName + ": not found";
+  for (const std::string& folder : folders) {
+    const std::string path = folder + "/" + fileName;
+    if (!folder.empty() && IsRegularFile(path))
+      return Open(path, failure);
+  }
+  return SharedLibrary();
+}
+
+void* SharedLibrary::FindSymbol(const std::string& name) const {
+  if (m_pHandle == nullptr || name.empty() || name.find('\0') != std::string::npos)
+    return nullptr;
+  return dlsym(m_pHandle, name.c_str());
+}
+
+std::string OwnFolder() {
+  Dl_info info{};
+  if (dladdr(reinterpret_cast<const void*>(&OwnFolder), &info) == 0 || info.dli_fname == nullptr)
+    return std::string();
+  // A link may stand anywhere; what ships with the library stands beside the file itself.
+  const std::unique_ptr<char, decltype(&std::free)> real(realpath(info.dli_fname, nullptr), &std::free);
+  const std::string path = real != nullptr ? real.get() : info.dli_fname;
+  const std::size_t separator = path.rfind('/');
+  return separator == std::string::npos ? std::string() : path.substr(0, separator);
+}
+
+} // namespace brindle

@@ -78,17 +78,20 @@ class ComboControl : public QtControl {
 public:
   ComboControl(const DialogItem& item, QComboBox* combo) : QtControl(item, combo), m_pCombo(combo) {
     combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon); // keeps its place, however long
-    QObject::connect(combo, &QComboBox::activated, combo, [this] { Command(CDialogEvents::SelectionChanged); });
+    QObject::connect(combo, &QComboBox::currentIndexChanged, combo,
+                     [this] { Command(CDialogEvents::SelectionChanged); });
   }
 
   [[nodiscard]] CString GetText() const override { return GetItemText(m_pCombo->currentIndex()); }
   void AddItem(const CString& text) override {
+    const OwnChange change(*this);
     const int selected = m_pCombo->currentIndex();
     m_items.push_back(text);
     m_pCombo->addItem(ToQt(text));
     m_pCombo->setCurrentIndex(selected); // the widget would choose the first item by itself
   }
   void ClearItems() override {
+    const OwnChange change(*this);
     m_pCombo->clear();
     m_items.clear();
   }
@@ -100,6 +103,7 @@ public:
     return m_pCombo->currentIndex() < 0 ? std::vector<int>() : std::vector<int>{m_pCombo->currentIndex()};
   }
   void SetSelection(const std::vector<int>& indices) override {
+    const OwnChange change(*this);
     const std::vector<int> valid = ValidIndices(indices);
     m_pCombo->setCurrentIndex(valid.empty() ? -1 : valid.front());
   }

@@ -11,6 +11,8 @@ namespace brindle {
 QtControl::QtControl(const DialogItem& item, QWidget* widget)
     : m_strText(item.caption), m_item(item), m_pWidget(widget) {
   constexpr std::uint32_t kStyleDisabled = 0x08000000;
+  // For style sheets of the host, and for whoever drives the window from outside.
+  widget->setObjectName(QStringLiteral("control_%1").arg(item.id));
   // What is no tab stop can still be clicked.
   if (!HasStyle(kStyleTabStop) && widget->focusPolicy() != Qt::NoFocus)
     widget->setFocusPolicy(Qt::ClickFocus);

@@ -86,7 +86,7 @@ private:
   CDialogEvents& m_events;
   QtControl::Events m_controlEvents;
   CString m_strTitle;
-  long m_nHandle;
+  long m_nNumber;
   int m_nGroup = 0;
   int m_nWindowMenuEntries = 0;
   std::vector<Placed> m_controls;

@@ -33,8 +33,10 @@ bool QtDialog::HasControl(int id) const {
 }
 
 long QtDialog::GetHandle(int id) const {
+  // Fits an integer of a script, whatever the number of dialogs before this one.
   constexpr long kHandlesPerWindow = 0x10000;
-  const long window = m_nHandle * kHandlesPerWindow;
+  constexpr long kWindows = 0x7FFF;
+  const long window = (1 + (m_nNumber - 1) % (kWindows - 1)) * kHandlesPerWindow;
   if (id == kWindow)
     return window;
   const Placed* const placed = Find(id);
@@ -72,8 +74,13 @@ bool QtDialog::IsChecked(int id) const {
 }
 
 void QtDialog::SetChecked(int id, bool checked) {
-  if (QtControl* const control = Control(id))
-    control->SetChecked(checked);
+  const Placed* const placed = Find(id);
+  if (placed == nullptr)
+    return;
+  if (placed->control->Kind() == ControlKind::RadioButton && checked)
+    CheckOnly(*placed); // one of its group, whoever chooses it
+  else
+    placed->control->SetChecked(checked);
 }
 
 void QtDialog::AddItem(int id, const CString& text) {

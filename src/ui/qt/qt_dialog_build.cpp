@@ -49,8 +49,8 @@ QFont FontOf(const DialogHeader& header) {
 QtDialog::QtDialog(const CDialogDescription& description, const std::vector<DialogTemplate>& templates,
                    CDialogEvents& events, QWidget* parent)
     : m_events(events), m_strTitle(description.title) {
-  static long lastHandle = 0;
-  m_nHandle = ++lastHandle;
+  static long made = 0;
+  m_nNumber = ++made;
   m_controlEvents = {.command = [this](int id, int code) { OnCommand(id, code); },
                      .notify = [this](int id) { OnNotify(id); }};
   m_pForm = new FormWindow(parent, {.enter = [this] { OnEnter(); }, .cancel = [this] { Press(kCancel); }});

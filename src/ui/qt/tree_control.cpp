@@ -78,6 +78,7 @@ private:
     QTreeWidgetItem* const above = separator < 0 ? nullptr : Find(path.Left(separator));
     auto* const item = above != nullptr ? new QTreeWidgetItem(above) : new QTreeWidgetItem(m_pTree);
     item->setText(0, ToQt(path.Mid(separator + 1)));
+    item->setData(0, Qt::UserRole, GetItemCount()); // the index that scripts know it by
     m_nodes.push_back({path, item});
   }
 

@@ -1,0 +1,268 @@
+// The dialog scripts of the script tests, run in windows: each "# input:" line, a command of the console's dialogs,
+// becomes events of real controls, and what is printed and reported must be the same as there.
+#include "qt/control_events.h"
+#include "qt/recorded_windows.h"
+#include "qt/window_driver.h"
+
+#include "brindle/interpreter.h"
+
+#include <gtest/gtest.h>
+
+#include <QComboBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenuBar>
+#include <QRegularExpression>
+#include <QTabWidget>
+#include <QTreeWidget>
+
+#include <algorithm>
+#include <deque>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Case {
+  fs::path script;
+  std::string printed;
+  std::vector<std::string> errors; // their messages
+  std::deque<QString> input;
+};
+
+std::string ReadFile(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+// Nothing for a script that is the console's alone.
+std::optional<Case> ReadCase(const fs::path& script) {
+  static const QRegularExpression kMarker(
+      QStringLiteral("#[ \t]*(expect(?![A-Za-z])|(?:answer|input|options|exit)(?=:))(.*)"));
+  static const QRegularExpression kError(
+      QStringLiteral("^[ \t]+error[ \t]+\\d+(?:[ \t]+(?:at[ \t]+\"(?:[^\"\\\\]|\\\\.)*\"|anywhere))?:[ \t]?(.*)$"));
+  if (fs::exists(fs::path(script).replace_extension(".err")))
+    return std::nullopt; // a form of the console
+  Case found;
+  found.script = script;
+  QString answer = QStringLiteral("ok");
+  bool inputEnds = false;
+  for (const QString& line : QString::fromStdString(ReadFile(script)).split(QLatin1Char('\n'))) {
+    const auto marker = kMarker.match(line);
+    if (!marker.hasMatch())
+      continue;
+    const QString word = marker.captured(1);
+    QString rest = marker.captured(2);
+    if (word == QLatin1String("options"))
+      return std::nullopt;
+    if (word == QLatin1String("input")) {
+      found.input.push_back(rest.mid(1).trimmed());
+    } else if (word == QLatin1String("answer")) {
+      answer = rest.mid(1).trimmed();
+    } else if (const auto error = kError.match(rest); error.hasMatch()) {
+      found.errors.push_back(error.captured(1).replace(QStringLiteral("\\n"), QStringLiteral("\n")).toStdString());
+      inputEnds = inputEnds || answer == QLatin1String("end of input");
+      if (!inputEnds)
+        found.input.push_back(answer);
+      answer = QStringLiteral("ok");
+    } else if (word == QLatin1String("expect")) {
+      rest = rest.mid(1);
+      found.printed += (rest.startsWith(QLatin1Char(' ')) ? rest.mid(1) : rest).toStdString() + "\n";
+    }
+  }
+  if (const fs::path out = fs::path(script).replace_extension(".out"); fs::exists(out))
+    found.printed = ReadFile(out);
+  return found;
+}
+
+// Turns the lines of input into events of whatever window asks for one.
+class Player {
+public:
+  explicit Player(std::deque<QString> input) : m_input(std::move(input)) {}
+
+  void Act(QWidget& window) {
+    if (auto* const menu = qobject_cast<QMenu*>(&window))
+      ChooseFromMenu(Next().value_or(QStringLiteral("-1")).toInt());
+    else if (auto* const box = qobject_cast<QMessageBox*>(&window))
+      Answer(*box);
+    else if (auto* const files = qobject_cast<QFileDialog*>(&window))
+      ChooseFile(*files);
+    else
+      Command(window);
+  }
+  [[nodiscard]] std::size_t LinesLeft() const { return m_input.size(); }
+  [[nodiscard]] const std::vector<std::string>& Refused() const { return m_refused; }
+
+private:
+  std::optional<QString> Next() {
+    if (m_input.empty())
+      return std::nullopt;
+    QString line = std::move(m_input.front());
+    m_input.pop_front();
+    return line;
+  }
+
+  void Answer(QMessageBox& box) {
+    const bool isQuestion = box.button(QMessageBox::Yes) != nullptr;
+    const bool isError = box.button(QMessageBox::Cancel) != nullptr;
+    if (!isQuestion && !isError) {
+      WindowDriver::Press(box, QMessageBox::Ok); // a message asks for nothing
+      return;
+    }
+    const auto line = Next();
+    const QString word = line.value_or(QString()).toLower();
+    if (isQuestion)
+      WindowDriver::Press(box, word == QLatin1String("y") || word == QLatin1String("yes") ? QMessageBox::Yes
+                                                                                          : QMessageBox::No);
+    else
+      WindowDriver::Press(box, !line || word == QLatin1String("c") || word == QLatin1String("cancel")
+                                   ? QMessageBox::Cancel
+                                   : QMessageBox::Ok);
+  }
+
+  void ChooseFile(QFileDialog& dialog) {
+    const auto path = Next();
+    if (!path || path->isEmpty()) {
+      QTest::keyClick(&dialog, Qt::Key_Escape);
+      return;
+    }
+    auto* const name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    TypeText(*name, *path);
+    QTest::keyClick(name, Qt::Key_Return);
+  }
+
+  void Command(QWidget& window) {
+    const auto line = Next();
+    const QString command = line ? line->section(QLatin1Char(' '), 0, 0).toLower() : QString();
+    if (!line || command == QLatin1String("cancel")) {
+      if (!line)
+        window.close();
+      else
+        QTest::keyClick(&window, Qt::Key_Escape);
+      return;
+    }
+    if (command.isEmpty() || command == QLatin1String("show"))
+      return;
+    const QString id = line->section(QLatin1Char(' '), 1, 1);
+    const QString value = line->section(QLatin1Char(' '), 2);
+    const bool isOk = command == QLatin1String("ok") || *line == QLatin1String("click 1");
+    QWidget* const control = id == QLatin1String("window") ? window.findChild<QMenuBar*>()
+                             : isOk                        ? ControlOf(window, 1)
+                                                           : ControlOf(window, id.toInt());
+    if (isOk && control == nullptr) {
+      window.setFocus(); // Enter means a button that has the focus
+      QTest::keyClick(&window, Qt::Key_Return);
+      return;
+    }
+    if (control == nullptr) {
+      m_refused.push_back(line->toStdString());
+      return;
+    }
+    BringToFront(*control);
+    if (isOk || command == QLatin1String("click"))
+      ClickControl(*control);
+    else if (command == QLatin1String("type"))
+      TypeText(*control, value);
+    else if (command == QLatin1String("select"))
+      SelectItem(*control, value.toInt());
+    else if (command == QLatin1String("set"))
+      SetValue(*control, value);
+    else if (command == QLatin1String("menu"))
+      ChooseMenuEntry(*control, value.toInt());
+    else
+      m_refused.push_back(line->toStdString());
+  }
+
+  // The page of a property sheet that the control is on.
+  static void BringToFront(QWidget& control) {
+    for (QWidget* child = &control; child->parentWidget() != nullptr; child = child->parentWidget())
+      if (auto* const tabs = qobject_cast<QTabWidget*>(child))
+        for (int i = 0; child != &control && i < tabs->count(); ++i)
+          if (tabs->widget(i)->isAncestorOf(&control))
+            QTest::mouseClick(tabs->tabBar(), Qt::LeftButton, Qt::NoModifier, tabs->tabBar()->tabRect(i).center());
+  }
+
+  std::deque<QString> m_input;
+  std::vector<std::string> m_refused;
+};
+
+// The fresh folder that every script test runs in.
+class Folder {
+public:
+  explicit Folder(const fs::path& script) : m_before(fs::current_path()) {
+    std::string pattern = (fs::temp_directory_path() / "brindle-qt-XXXXXX").string();
+    m_path = mkdtemp(pattern.data());
+    const fs::path data = fs::path(script).replace_extension(".data");
+    if (fs::is_directory(data))
+      fs::copy(data, m_path, fs::copy_options::recursive);
+    if (fs::is_directory(script.parent_path() / "include"))
+      fs::copy(script.parent_path() / "include", m_path / "include", fs::copy_options::recursive);
+    fs::copy_file(script, m_path / script.filename());
+    fs::current_path(m_path);
+  }
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+  ~Folder() {
+    fs::current_path(m_before);
+    fs::remove_all(m_path);
+  }
+  // A file dialog gives the whole path, where a line of input is what it is.
+  [[nodiscard]] std::string WithoutFolder(std::string text) const {
+    const std::string prefix = m_path.string() + "/";
+    for (std::size_t at = text.find(prefix); at != std::string::npos; at = text.find(prefix, at))
+      text.erase(at, prefix.size());
+    return text;
+  }
+
+private:
+  fs::path m_before;
+  fs::path m_path;
+};
+
+void Play(const Case& test) {
+  const Folder folder(test.script);
+  RecordedWindows windows;
+  Player player(test.input);
+  {
+    WindowDriver driver;
+    driver.Otherwise([&player](QWidget& window) { player.Act(window); });
+    CBrindle interpreter;
+    interpreter.SetUserInterface(&windows);
+    ASSERT_TRUE(interpreter.ExecuteProgram(CString::FromUtf8(test.script.filename().string())));
+  }
+  EXPECT_EQ(folder.WithoutFolder(windows.printed), test.printed);
+  std::vector<std::string> messages;
+  for (const std::string& error : windows.errors)
+    messages.push_back(error.substr(0, error.find('\n', error.find('\n') == 0 ? 1 : 0)));
+  EXPECT_EQ(messages.size(), test.errors.size());
+  for (std::size_t i = 0; i < std::min(messages.size(), test.errors.size()); ++i)
+    EXPECT_TRUE(windows.errors[i].starts_with(test.errors[i] + "\n")) << windows.errors[i];
+  EXPECT_EQ(player.LinesLeft(), 0U) << "lines of input that nothing asked for";
+  EXPECT_EQ(player.Refused(), std::vector<std::string>()) << "commands that no control takes";
+}
+
+} // namespace
+
+TEST(QtScriptCases, print_and_report_the_same_as_on_the_console) {
+  std::vector<fs::path> scripts;
+  for (const auto& entry : fs::recursive_directory_iterator(BRINDLE_DIALOG_SCRIPTS))
+    if (entry.path().extension() == ".bas" && entry.path().parent_path().filename() != "include")
+      scripts.push_back(entry.path());
+  std::sort(scripts.begin(), scripts.end());
+  int played = 0;
+  for (const fs::path& script : scripts) {
+    const auto test = ReadCase(script);
+    if (!test)
+      continue;
+    SCOPED_TRACE(script.filename().string());
+    Play(*test);
+    ++played;
+  }
+  EXPECT_GT(played, 15);
+  RecordProperty("played", played);
+}

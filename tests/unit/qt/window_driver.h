@@ -1,0 +1,71 @@
+// WindowDriver: a user who waits for windows and acts on each in turn.
+// Room: tests. Used by: the tests of the Qt window system.
+// May touch: the active modal window or menu, by the events of real devices.
+// Must not: act before a window is there, or twice on one that is about to go.
+// Invariant: steps run in order, each inside the event loop of the window that it acts on.
+#pragma once
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPointer>
+#include <QTest>
+#include <QTimer>
+
+#include <deque>
+#include <functional>
+#include <string>
+
+class WindowDriver : public QObject {
+public:
+  using Step = std::function<void(QWidget& window)>;
+
+  WindowDriver() { Wait(); }
+
+  // What is done to the next window (or menu) that is active.
+  WindowDriver& Then(Step step) {
+    m_steps.push_back(std::move(step));
+    return *this;
+  }
+  // Called for every window while no step is left; otherwise such a window is closed and counted as unexpected.
+  void Otherwise(Step step) { m_otherwise = std::move(step); }
+  [[nodiscard]] std::size_t StepsLeft() const { return m_steps.size(); }
+  [[nodiscard]] int Unexpected() const { return m_nUnexpected; }
+
+  static void Press(QMessageBox& box, QMessageBox::StandardButton button) {
+    QTest::mouseClick(box.button(button), Qt::LeftButton);
+  }
+
+private:
+  static constexpr int kPause = 3; // milliseconds: what a step has ended is gone by then
+
+  void Wait() {
+    QTimer::singleShot(kPause, this, [this] { Act(); });
+  }
+
+  void Act() {
+    Wait(); // a step may run a loop of its own
+    QWidget* window = QApplication::activePopupWidget();
+    if (window == nullptr)
+      window = QApplication::activeModalWidget();
+    if (window == nullptr || !window->isVisible())
+      return;
+    if (!m_steps.empty()) {
+      const Step step = std::move(m_steps.front());
+      m_steps.pop_front();
+      step(*window);
+    } else if (m_otherwise) {
+      m_otherwise(*window);
+    } else if (++m_nUnexpected > 200) {
+      qFatal("a window that nobody expects does not close");
+    } else {
+      window->close();
+    }
+  }
+
+  std::deque<Step> m_steps;
+  Step m_otherwise;
+  int m_nUnexpected = 0;
+};

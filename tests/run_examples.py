@@ -1,11 +1,14 @@
 #!/usr/bin/env python3
 """Runs the example scripts and checks what they print and write.
 
-    run_examples.py --runner PATH EXAMPLES_DIR
+    run_examples.py --runner PATH [--windows PATH] EXAMPLES_DIR
 
 Every example runs in a fresh folder that holds a copy of its own, and its printed text and report files are compared
 with the stored NAME.expected files. The stored files alone would only show that nothing has changed, so the figures
 are also worked out here a second time, from the same input and without the interpreter.
+
+The example with forms is driven by the commands of its visits.input, on the console and, with --windows, in windows
+by a program that turns the same commands into clicks and keys.
 
 With BRINDLE_TEST_DATA set, the GPS example also reads every file of its nmea folder: logs of real receivers, and the
 example of tables those of its dbf folder.
@@ -487,9 +490,42 @@ def check_real_tables(tally, runner, examples):
         check_tables(tally, runner, examples, f"{path.name} alone", [path])
 
 
+# ---- site_visits ----
+
+# What the commands of visits.input leave in the table, field by field.
+VISITS = [
+    ["North pond", "Pond", "20260504", "09:30:00", "A. Lindqvist", "3", "Rain", "T", "F", "70",
+     "Reeds cut back. Two nests."],
+    ["Mill meadow", "Meadow", "20260504", "11:15:00", "A. Lindqvist", "12", "Dry", "T", "F", "55",
+     "Fence broken at the gate."],
+]
+
+
+def check_visits(tally, command, examples, place):
+    """The forms of site_visits: printed text, and the records of the table that they fill."""
+    folder = examples / "site_visits"
+    with tempfile.TemporaryDirectory() as scratch:
+        scratch = Path(scratch)
+        shutil.copy(folder / "visits.bas", scratch)
+        with open(folder / "visits.input", "rb") as commands:
+            done = subprocess.run(command, cwd=scratch, stdin=commands, capture_output=True,
+                                  timeout=TIMEOUT_SECONDS, check=False)
+        problems = [] if done.returncode == 0 else [f"exit status {done.returncode}", done.stderr.decode()]
+        problems += compare_file(folder / "visits.expected", done.stdout.decode("utf-8", "replace"))
+        if (scratch / "visits.dbf").is_file():
+            table = read_table((scratch / "visits.dbf").read_bytes())
+            rows = [[value.strip() for value in values] for _, values in table.counted]
+            if rows != VISITS:
+                problems.append(f"visits.dbf: expected {VISITS}, found {rows}")
+        else:
+            problems.append("visits.dbf was not written")
+    tally.check(f"site_visits/visits.bas {place}: {len(VISITS)} records by way of forms", problems)
+
+
 def main():
     parser = argparse.ArgumentParser(description="Runs the example scripts and checks what they print and write.")
     parser.add_argument("--runner", required=True, type=Path, help="the brindle runner")
+    parser.add_argument("--windows", type=Path, help="the program that drives windows by commands (qt_pictures)")
     parser.add_argument("examples", type=Path, help="the folder of the examples")
     arguments = parser.parse_args()
     runner, examples = arguments.runner.resolve(), arguments.examples.resolve()
@@ -509,6 +545,11 @@ def main():
     check_table_generator(tally, examples)
     check_tables(tally, runner, examples, "gis_tables", sorted((examples / "gis_tables").glob("*.dbf")))
     check_real_tables(tally, runner, examples)
+    check_visits(tally, [str(runner), "--ui=console", "--on-error=abort", "visits.bas"], examples,
+                 "on the console")
+    if arguments.windows:
+        windows = arguments.windows.resolve()
+        check_visits(tally, [str(windows), "visits.bas", "."], examples, "in windows")
     print(tally.summary())
     return 1 if tally.failed else 0
 

@@ -1,6 +1,6 @@
 // The dialog scripts of the script tests, run in windows: each "# input:" line, a command of the console's dialogs,
 // becomes events of real controls, and what is printed and reported must be the same as there.
-#include "qt/control_events.h"
+#include "qt/player.h"
 #include "qt/recorded_windows.h"
 #include "qt/window_driver.h"
 
@@ -8,15 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QComboBox>
-#include <QDir>
-#include <QFileDialog>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMenuBar>
 #include <QRegularExpression>
-#include <QTabWidget>
-#include <QTreeWidget>
 
 #include <algorithm>
 #include <deque>
@@ -79,117 +71,6 @@ std::optional<Case> ReadCase(const fs::path& script) {
     found.printed = ReadFile(out);
   return found;
 }
-
-// Turns the lines of input into events of whatever window asks for one.
-class Player {
-public:
-  explicit Player(std::deque<QString> input) : m_input(std::move(input)) {}
-
-  void Act(QWidget& window) {
-    if (auto* const menu = qobject_cast<QMenu*>(&window))
-      ChooseFromMenu(Next().value_or(QStringLiteral("-1")).toInt());
-    else if (auto* const box = qobject_cast<QMessageBox*>(&window))
-      Answer(*box);
-    else if (auto* const files = qobject_cast<QFileDialog*>(&window))
-      ChooseFile(*files);
-    else
-      Command(window);
-  }
-  [[nodiscard]] std::size_t LinesLeft() const { return m_input.size(); }
-  [[nodiscard]] const std::vector<std::string>& Refused() const { return m_refused; }
-
-private:
-  std::optional<QString> Next() {
-    if (m_input.empty())
-      return std::nullopt;
-    QString line = std::move(m_input.front());
-    m_input.pop_front();
-    return line;
-  }
-
-  void Answer(QMessageBox& box) {
-    const bool isQuestion = box.button(QMessageBox::Yes) != nullptr;
-    const bool isError = box.button(QMessageBox::Cancel) != nullptr;
-    if (!isQuestion && !isError) {
-      WindowDriver::Press(box, QMessageBox::Ok); // a message asks for nothing
-      return;
-    }
-    const auto line = Next();
-    const QString word = line.value_or(QString()).toLower();
-    if (isQuestion)
-      WindowDriver::Press(box, word == QLatin1String("y") || word == QLatin1String("yes") ? QMessageBox::Yes
-                                                                                          : QMessageBox::No);
-    else
-      WindowDriver::Press(box, !line || word == QLatin1String("c") || word == QLatin1String("cancel")
-                                   ? QMessageBox::Cancel
-                                   : QMessageBox::Ok);
-  }
-
-  void ChooseFile(QFileDialog& dialog) {
-    const auto path = Next();
-    if (!path || path->isEmpty()) {
-      QTest::keyClick(&dialog, Qt::Key_Escape);
-      return;
-    }
-    auto* const name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-    TypeText(*name, *path);
-    QTest::keyClick(name, Qt::Key_Return);
-  }
-
-  void Command(QWidget& window) {
-    const auto line = Next();
-    const QString command = line ? line->section(QLatin1Char(' '), 0, 0).toLower() : QString();
-    if (!line || command == QLatin1String("cancel")) {
-      if (!line)
-        window.close();
-      else
-        QTest::keyClick(&window, Qt::Key_Escape);
-      return;
-    }
-    if (command.isEmpty() || command == QLatin1String("show"))
-      return;
-    const QString id = line->section(QLatin1Char(' '), 1, 1);
-    const QString value = line->section(QLatin1Char(' '), 2);
-    const bool isOk = command == QLatin1String("ok") || *line == QLatin1String("click 1");
-    QWidget* const control = id == QLatin1String("window") ? window.findChild<QMenuBar*>()
-                             : isOk                        ? ControlOf(window, 1)
-                                                           : ControlOf(window, id.toInt());
-    if (isOk && control == nullptr) {
-      window.setFocus(); // Enter means a button that has the focus
-      QTest::keyClick(&window, Qt::Key_Return);
-      return;
-    }
-    if (control == nullptr) {
-      m_refused.push_back(line->toStdString());
-      return;
-    }
-    BringToFront(*control);
-    if (isOk || command == QLatin1String("click"))
-      ClickControl(*control);
-    else if (command == QLatin1String("type"))
-      TypeText(*control, value);
-    else if (command == QLatin1String("select"))
-      SelectItem(*control, value.toInt());
-    else if (command == QLatin1String("set"))
-      SetValue(*control, value);
-    else if (command == QLatin1String("menu"))
-      ChooseMenuEntry(*control, value.toInt());
-    else
-      m_refused.push_back(line->toStdString());
-  }
-
-  // The page of a property sheet that the control is on.
-  static void BringToFront(QWidget& control) {
-    for (QWidget* child = &control; child->parentWidget() != nullptr; child = child->parentWidget())
-      if (auto* const tabs = qobject_cast<QTabWidget*>(child))
-        for (int i = 0; child != &control && i < tabs->count(); ++i)
-          if (tabs->widget(i)->isAncestorOf(&control))
-            QTest::mouseClick(tabs->tabBar(), Qt::LeftButton, Qt::NoModifier, tabs->tabBar()->tabRect(i).center());
-  }
-
-  std::deque<QString> m_input;
-  std::vector<std::string> m_refused;
-};
 
 // The fresh folder that every script test runs in.
 class Folder {

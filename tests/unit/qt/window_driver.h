@@ -26,7 +26,12 @@ public:
 
   // What is done to the next window (or menu) that is active.
   WindowDriver& Then(Step step) {
-    m_steps.push_back(std::move(step));
+    m_steps.push_back({std::move(step), kPause});
+    return *this;
+  }
+  // Where the window system takes its time: a button that is pressed by its mnemonic springs back first.
+  WindowDriver& ThenSlowly(Step step) {
+    m_steps.push_back({std::move(step), kLongPause});
     return *this;
   }
   // Called for every window while no step is left; otherwise such a window is closed and counted as unexpected.
@@ -40,22 +45,28 @@ public:
 
 private:
   static constexpr int kPause = 3; // milliseconds: what a step has ended is gone by then
+  static constexpr int kLongPause = 200;
+  struct Planned {
+    Step act;
+    int pause;
+  };
 
-  void Wait() {
-    QTimer::singleShot(kPause, this, [this] { Act(); });
+  void Wait(int pause = kPause) {
+    QTimer::singleShot(pause, this, [this] { Act(); });
   }
 
   void Act() {
-    Wait(); // a step may run a loop of its own
     QWidget* window = QApplication::activePopupWidget();
     if (window == nullptr)
       window = QApplication::activeModalWidget();
-    if (window == nullptr || !window->isVisible())
+    const bool ready = window != nullptr && window->isVisible();
+    Wait(ready && !m_steps.empty() ? m_steps.front().pause : kPause); // before the step: it may run a loop of its own
+    if (!ready)
       return;
     if (!m_steps.empty()) {
-      const Step step = std::move(m_steps.front());
+      const Planned step = std::move(m_steps.front());
       m_steps.pop_front();
-      step(*window);
+      step.act(*window);
     } else if (m_otherwise) {
       m_otherwise(*window);
     } else if (++m_nUnexpected > 200) {
@@ -65,7 +76,7 @@ private:
     }
   }
 
-  std::deque<Step> m_steps;
+  std::deque<Planned> m_steps;
   Step m_otherwise;
   int m_nUnexpected = 0;
 };

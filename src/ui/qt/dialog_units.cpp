@@ -1,7 +1,10 @@
 #include "ui/qt/dialog_units.h"
 
+#include "ui/qt/qt_text.h"
+
 #include <QFontMetricsF>
 
+#include <algorithm>
 #include <cmath>
 
 namespace brindle {
@@ -25,6 +28,15 @@ QRect DialogUnits::ToPixels(const DialogRectangle& rectangle) const {
   const int left = Horizontal(rectangle.x);
   const int top = Vertical(rectangle.y);
   return {left, top, Horizontal(rectangle.x + rectangle.width) - left, Vertical(rectangle.y + rectangle.height) - top};
+}
+
+QFont FontWith(QFont font, int pointSize, const CString& face) {
+  constexpr int kLargest = 144;
+  if (!face.IsEmpty())
+    font.setFamily(ToQt(face));
+  if (pointSize > 0)
+    font.setPointSize(std::min(pointSize, kLargest));
+  return font;
 }
 
 } // namespace brindle

@@ -25,4 +25,8 @@ private:
   double m_dHeight;
 };
 
+// The font with another size and face; 0 (or less) and the empty text leave them. A size that no screen has room for is
+// cut: the system would be busy drawing it for minutes.
+[[nodiscard]] QFont FontWith(QFont font, int pointSize, const CString& face);
+
 } // namespace brindle

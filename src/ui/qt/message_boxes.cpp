@@ -4,6 +4,7 @@
 #include "ui/qt/qt_text.h"
 
 #include <QCursor>
+#include <QDir>
 #include <QFileDialog>
 #include <QGuiApplication>
 #include <QMenu>
@@ -68,8 +69,8 @@ std::optional<CString> ShowFileDialog(QWidget* parent, const CUserInterface::Fil
   while (suffix.startsWith(QLatin1Char('.')))
     suffix.remove(0, 1);
   dialog.setDefaultSuffix(suffix);
-  if (!request.initialFolder.IsEmpty())
-    dialog.setDirectory(PathToQt(request.initialFolder));
+  // Qt would go on where the last dialog has ended.
+  dialog.setDirectory(request.initialFolder.IsEmpty() ? QDir::currentPath() : PathToQt(request.initialFolder));
   if (!request.fileName.IsEmpty())
     dialog.selectFile(PathToQt(request.fileName));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())

@@ -23,7 +23,9 @@ QtControl::QtControl(const DialogItem& item, QWidget* widget)
 QtControl::~QtControl() = default;
 
 void QtControl::Move(const QRect& rectangle) {
-  m_pWidget->setGeometry(rectangle);
+  // Styles draw some controls into a picture of their full size, seen or not.
+  constexpr int kLargestSide = 4096;
+  m_pWidget->setGeometry(QRect(rectangle.topLeft(), rectangle.size().boundedTo(QSize(kLargestSide, kLargestSide))));
   FitText();
 }
 

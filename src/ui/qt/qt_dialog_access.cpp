@@ -150,11 +150,7 @@ void QtDialog::SetFont(int id, int pointSize, const CString& face) {
   QWidget* const widget = WidgetOf(id);
   if (widget == nullptr)
     return;
-  QFont font = widget->font();
-  if (!face.IsEmpty())
-    font.setFamily(ToQt(face));
-  if (pointSize > 0)
-    font.setPointSize(pointSize);
+  const QFont font = FontWith(widget->font(), pointSize, face);
   if (id != kWindow) {
     Control(id)->SetFont(font);
     return;

@@ -34,14 +34,7 @@ private:
 };
 
 QFont FontOf(const DialogHeader& header) {
-  QFont font = QApplication::font();
-  if (!header.hasFont)
-    return font;
-  if (!header.face.IsEmpty())
-    font.setFamily(ToQt(header.face));
-  if (header.pointSize > 0)
-    font.setPointSize(header.pointSize);
-  return font;
+  return header.hasFont ? FontWith(QApplication::font(), header.pointSize, header.face) : QApplication::font();
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "qt/control_events.h"
 #include "qt/window_driver.h"
 
+#include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -65,6 +66,10 @@ void Player::ChooseFile(QFileDialog& dialog) {
     QTest::keyClick(&dialog, Qt::Key_Escape);
     return;
   }
+  // The console takes any path; a window has only files to choose that are there.
+  QFile file(dialog.directory().filePath(*path));
+  if (dialog.fileMode() == QFileDialog::ExistingFile && !file.exists())
+    (void)file.open(QIODevice::WriteOnly);
   auto* const name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
   TypeText(*name, *path);
   QTest::keyClick(name, Qt::Key_Return);

@@ -11,6 +11,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <chrono>
 #include <deque>
 #include <filesystem>
 #include <fstream>
@@ -141,7 +142,9 @@ TEST(QtScriptCases, print_and_report_the_same_as_on_the_console) {
     if (!test)
       continue;
     SCOPED_TRACE(script.filename().string());
+    const auto started = std::chrono::steady_clock::now();
     Play(*test);
+    EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::seconds(5));
     ++played;
   }
   EXPECT_GT(played, 15);

@@ -22,7 +22,12 @@ class WindowDriver : public QObject {
 public:
   using Step = std::function<void(QWidget& window)>;
 
-  WindowDriver() { Wait(); }
+  WindowDriver() {
+    m_timer.setSingleShot(true);
+    m_timer.setTimerType(Qt::PreciseTimer);
+    connect(&m_timer, &QTimer::timeout, this, [this] { Act(); });
+    m_timer.start(kPause);
+  }
 
   // What is done to the next window (or menu) that is active.
   WindowDriver& Then(Step step) {
@@ -51,16 +56,13 @@ private:
     int pause;
   };
 
-  void Wait(int pause = kPause) {
-    QTimer::singleShot(pause, this, [this] { Act(); });
-  }
-
   void Act() {
     QWidget* window = QApplication::activePopupWidget();
     if (window == nullptr)
       window = QApplication::activeModalWidget();
     const bool ready = window != nullptr && window->isVisible();
-    Wait(ready && !m_steps.empty() ? m_steps.front().pause : kPause); // before the step: it may run a loop of its own
+    const int pause = ready && !m_steps.empty() ? m_steps.front().pause : kPause;
+    m_timer.start(pause); // before the step: it may run a loop of its own
     if (!ready)
       return;
     if (!m_steps.empty()) {
@@ -74,8 +76,10 @@ private:
     } else {
       window->close();
     }
+    m_timer.start(pause); // whatever has become due meanwhile comes first
   }
 
+  QTimer m_timer;
   std::deque<Planned> m_steps;
   Step m_otherwise;
   int m_nUnexpected = 0;

@@ -34,6 +34,9 @@ void QtDialog::End(int result) {
   if (m_result)
     return;
   m_result = result;
+  // An application that wants to end asks its windows to go, and takes one that stays for a refusal.
+  if (!m_pForm.isNull())
+    m_pForm->hide();
   if (m_pLoop != nullptr)
     m_pLoop->quit();
 }

@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QCompleter>
 #include <QContextMenuEvent>
 #include <QDateTimeEdit>
 #include <QInputMethodEvent>
@@ -50,6 +51,9 @@ void TypeText(QWidget& control, const QString& text) {
   QInputMethodEvent event;
   event.setCommitString(text);
   QApplication::sendEvent(&control, &event);
+  // Names that a file dialog proposes would take the next key.
+  if (const auto* const edit = qobject_cast<QLineEdit*>(&control); edit != nullptr && edit->completer() != nullptr)
+    edit->completer()->popup()->hide();
 }
 
 void SelectItem(QWidget& control, int index) {
@@ -92,9 +96,11 @@ void ChooseMenuEntry(QWidget& control, int entry) {
   }
   // The menu runs a loop of its own, inside the event that opens it.
   QTimer::singleShot(0, &control, [entry] { ChooseFromMenu(entry); });
-  const QPoint place = control.rect().center();
-  QContextMenuEvent event(QContextMenuEvent::Mouse, place, control.mapToGlobal(place));
-  QApplication::sendEvent(&control, &event);
+  auto* const area = qobject_cast<QAbstractScrollArea*>(&control);
+  QWidget& clicked = area != nullptr ? *area->viewport() : control;
+  const QPoint place = clicked.rect().center();
+  QContextMenuEvent event(QContextMenuEvent::Mouse, place, clicked.mapToGlobal(place));
+  QApplication::sendEvent(&clicked, &event);
 }
 
 void ChooseFromMenu(int entry) {

@@ -18,6 +18,14 @@
 #include <functional>
 #include <string>
 
+// The window that a step expects; another one ends the test program, since nothing could close it.
+template <class Window> [[nodiscard]] Window& As(QWidget& window) {
+  auto* const expected = qobject_cast<Window*>(&window);
+  if (expected == nullptr)
+    qFatal("the window is a %s", window.metaObject()->className());
+  return *expected;
+}
+
 class WindowDriver : public QObject {
 public:
   using Step = std::function<void(QWidget& window)>;

@@ -7,7 +7,7 @@ Every example runs in a fresh folder that holds a copy of its own, and its print
 with the stored NAME.expected files. The stored files alone would only show that nothing has changed, so the figures
 are also worked out here a second time, from the same input and without the interpreter.
 
-The example with forms is driven by the commands of its visits.input, on the console and, with --windows, in windows
+The examples with forms are driven by the commands of their .input files, on the console and, with --windows, in windows
 by a program that turns the same commands into clicks and keys.
 
 With BRINDLE_TEST_DATA set, the GPS example also reads every file of its nmea folder: logs of real receivers, and the
@@ -490,7 +490,7 @@ def check_real_tables(tally, runner, examples):
         check_tables(tally, runner, examples, f"{path.name} alone", [path])
 
 
-# ---- site_visits ----
+# ---- site_visits and controls ----
 
 # What the commands of visits.input leave in the table, field by field.
 VISITS = [
@@ -501,25 +501,24 @@ VISITS = [
 ]
 
 
-def check_visits(tally, command, examples, place):
-    """The forms of site_visits: printed text, and the records of the table that they fill."""
-    folder = examples / "site_visits"
+def check_forms(tally, command, examples, folder, script, place):
+    """An example with forms: its printed text, and for site_visits the records of the table that the forms fill."""
+    source = examples / folder
     with tempfile.TemporaryDirectory() as scratch:
         scratch = Path(scratch)
-        shutil.copy(folder / "visits.bas", scratch)
-        with open(folder / "visits.input", "rb") as commands:
-            done = subprocess.run(command, cwd=scratch, stdin=commands, capture_output=True,
-                                  timeout=TIMEOUT_SECONDS, check=False)
+        shutil.copytree(source, scratch, dirs_exist_ok=True)
+        with open((source / script).with_suffix(".input"), "rb") as commands:
+            done = subprocess.run(command, cwd=scratch, stdin=commands, capture_output=True, timeout=TIMEOUT_SECONDS,
+                                  check=False)
         problems = [] if done.returncode == 0 else [f"exit status {done.returncode}", done.stderr.decode()]
-        problems += compare_file(folder / "visits.expected", done.stdout.decode("utf-8", "replace"))
-        if (scratch / "visits.dbf").is_file():
-            table = read_table((scratch / "visits.dbf").read_bytes())
-            rows = [[value.strip() for value in values] for _, values in table.counted]
+        problems += compare_file((source / script).with_suffix(".expected"), done.stdout.decode("utf-8", "replace"))
+        if folder == "site_visits":
+            table = scratch / "visits.dbf"
+            rows = [[value.strip() for value in values] for _, values in
+                    (read_table(table.read_bytes()).counted if table.is_file() else [])]
             if rows != VISITS:
                 problems.append(f"visits.dbf: expected {VISITS}, found {rows}")
-        else:
-            problems.append("visits.dbf was not written")
-    tally.check(f"site_visits/visits.bas {place}: {len(VISITS)} records by way of forms", problems)
+    tally.check(f"{folder}/{script} {place}", problems)
 
 
 def main():
@@ -545,11 +544,11 @@ def main():
     check_table_generator(tally, examples)
     check_tables(tally, runner, examples, "gis_tables", sorted((examples / "gis_tables").glob("*.dbf")))
     check_real_tables(tally, runner, examples)
-    check_visits(tally, [str(runner), "--ui=console", "--on-error=abort", "visits.bas"], examples,
-                 "on the console")
-    if arguments.windows:
-        windows = arguments.windows.resolve()
-        check_visits(tally, [str(windows), "visits.bas", "."], examples, "in windows")
+    for folder, script in (("site_visits", "visits.bas"), ("controls", "controls.bas")):
+        check_forms(tally, [str(runner), "--ui=console", "--on-error=abort", script], examples, folder, script,
+                    "on the console")
+        if arguments.windows:
+            check_forms(tally, [str(arguments.windows.resolve()), script, "."], examples, folder, script, "in windows")
     print(tally.summary())
     return 1 if tally.failed else 0
 

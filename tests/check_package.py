@@ -65,6 +65,23 @@ def check_exports(library):
     check("nothing else is exported", not inner, "\n".join(inner[:20]))
 
 
+def check_window_system(prefix, library):
+    """The plug-in, where the build has one: what it exports, and that the installed runner finds it."""
+    plug_in = library.parent / "libbrindle-qt.so"
+    if not plug_in.exists():
+        return
+    symbols = run(["nm", "-D", "-C", "--defined-only", str(plug_in)]).stdout.splitlines()
+    names = [line.split(" ", 2)[2] for line in symbols if line.split(" ", 2)[1] in "TBDR"]
+    own = [name for name in names if not name.startswith("_")]  # without the linker's marks
+    other = [name for name in own if "CQtUserInterface" not in name and name != "BrindleCreateWindowSystem"]
+    check("the plug-in exports its class and its entry, nothing else", names and not other, "\n".join(other[:20]))
+    script = prefix / "nothing.bas"
+    script.write_text("x = 1\n")
+    environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", XDG_RUNTIME_DIR=str(prefix))
+    ran = run([str(prefix / "bin" / "brindle"), "--ui=window", str(script)], env=environment)
+    check("the installed runner shows windows", ran.returncode == 0, ran.stderr)
+
+
 def check_host(name, command, program, script, environment, cwd):
     built = run(command, cwd=cwd, env=environment, shell=isinstance(command, str))
     check(f"{name}: builds", built.returncode == 0, built.stdout + built.stderr)
@@ -101,6 +118,7 @@ def main():
 
         check_headers(prefix, options.compiler, flags)
         check_exports(library)
+        check_window_system(prefix, library)
 
         environment = dict(os.environ, LD_LIBRARY_PATH=str(library.parent),
                            PKG_CONFIG_PATH=str(library.parent / "pkgconfig"))

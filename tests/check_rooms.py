@@ -10,7 +10,7 @@ of the rooms that its room stands on, nothing else:
 data, calls and io do not know each other.  The one exception is the
 composition header src/interpreter/state.h, which puts the state classes of
 these three rooms together.  Only src/platform includes headers of the
-operating system.
+operating system, and only src/ui/qt, a library of its own, those of Qt.
 
     python3 tests/check_rooms.py [ROOT]
     python3 tests/check_rooms.py --self-test
@@ -51,6 +51,7 @@ SYSTEM_HEADERS = {
     "signal.h", "csignal", "spawn.h", "strings.h", "sysexits.h", "syslog.h", "termios.h", "ucontext.h", "ulimit.h",
     "unistd.h", "utime.h", "utmp.h", "wait.h", "winbase.h", "windows.h", "winsock.h", "winsock2.h", "wordexp.h",
 }
+QT_HEADER = re.compile(r"Q[A-Z][A-Za-z]*|Qt[A-Z]?[A-Za-z]*/.*|QtGlobal")
 SOURCE_ENDINGS = {".h", ".cpp", ".inc"}
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
@@ -157,6 +158,8 @@ class Checker:
                     self.fault(name, line, f"{room} may not include {target} ({included})")
             elif match.group(1) is not None:
                 self.fault(name, line, f"includes {included}, which does not exist")
+            elif QT_HEADER.fullmatch(included) and not name.startswith("src/ui/qt/"):
+                self.fault(name, line, f"only src/ui/qt includes headers of Qt (<{included}>)")
             elif self.is_system_header(included) and room not in ("platform", "tools"):
                 self.fault(name, line, f"only platform includes system headers (<{included}>)")
             elif self.is_system_header(included) and name.startswith("include/"):
@@ -193,6 +196,7 @@ GOOD_TREE = {
     "src/data/store.h": header("data", '#include "interpreter/state.h"'),
     "src/io/files.h": header("io"),
     "src/io/deep/part.cpp": '#include "io/files.h"\n#include <cstdio>\n',
+    "src/ui/qt/box.cpp": "#include <QMessageBox>\n",
     "src/ui/box.cpp": '#include "data/store.h"\n#include "io/files.h"\n// #include <unistd.h>\n',
     "tools/runner/main.cpp": '#include <brindle/interpreter.h>\n#include "platform/file.h"\n#include <unistd.h>\n',
 }
@@ -225,6 +229,9 @@ BAD_TREES = [
     ("system header", {"src/io/x.cpp": "#include <unistd.h>\n"}, "<unistd.h>"),
     ("system folder", {"src/values/x.cpp": "# include <sys/stat.h>\n"}, "<sys/stat.h>"),
     ("windows", {"src/ui/x.cpp": "#include <windows.h>\n"}, "<windows.h>"),
+    ("Qt in another folder", {"src/ui/x.cpp": "#include <QWidget>\n"}, "<QWidget>"),
+    ("Qt in a public header", {"include/brindle/more.h": header("ui", "#include <QtWidgets/QWidget>")},
+     "<QtWidgets/QWidget>"),
     ("public system header", {"include/brindle/more.h": header("platform", "#include <poll.h>")}, "<poll.h>"),
     ("allowed header elsewhere", {"include/brindle/more.h": header("platform", "#include <sys/single_threaded.h>")},
      "<sys/single_threaded.h>"),

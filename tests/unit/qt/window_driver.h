@@ -69,6 +69,9 @@ private:
     if (window == nullptr)
       window = QApplication::activeModalWidget();
     const bool ready = window != nullptr && window->isVisible();
+    // Without a window manager the active window may lag behind, and shortcuts go to that one alone.
+    if (ready && !window->isActiveWindow() && qobject_cast<QMenu*>(window) == nullptr)
+      QApplication::setActiveWindow(window);
     const int pause = ready && !m_steps.empty() ? m_steps.front().pause : kPause;
     m_timer.start(pause); // before the step: it may run a loop of its own
     if (!ready)

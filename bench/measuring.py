@@ -1,6 +1,6 @@
 """What the benchmark tools share: languages, sized programs, measured child processes.
 
-Used by run.py and footprint.py; standard library only.
+Used by run.py, callgrind.py and footprint.py; standard library only.
 Time is the processor time that the system charges to the child alone (user + system, from wait4),
 so a busy machine disturbs it far less than it disturbs elapsed time.
 """
@@ -46,33 +46,38 @@ class BenchError(Exception):
     """A program that fails or prints something else than the others: never a mere warning."""
 
 
-def find_languages(runner):
-    """The languages that can run here, and a sentence for each that cannot."""
+def find_languages(runner, routes=()):
+    """The languages that can run here, and a sentence for each that cannot.
+
+    Every route beyond the usual one is a language of its own, with the same programs.
+    """
     languages, missing = [], []
 
     runner_path = pathlib.Path(runner)
     if runner_path.is_file() and os.access(runner_path, os.X_OK):
         command = (str(runner_path.resolve()), "--ui=console", "--on-error=abort")
         languages.append(Language("brindle", "bas", command, "as built"))
+        for route in routes:
+            languages.append(Language(route, "bas", (*command, f"--route={route}"), "as built"))
     else:
         missing.append(f"brindle is skipped: there is no runner at {runner}")
 
     others = (
-        ("lua5.4", "lua", "lua5.4", "-v"),
-        ("python3", "py", sys.executable or "python3", "--version"),
-        ("yabasic", "yab", "yabasic", "--version"),
+        ("lua5.4", "lua", "lua5.4", (), "-v"),
+        # Its interpreter alone: compiling to machine code is another kind of system.
+        ("luajit", "lua", "luajit", ("-joff",), "-v"),
+        # Without wrapper and site packages: what a machine has installed is not the language.
+        ("python3", "py", sys.executable or "python3", ("-I", "-S"), "--version"),
+        ("yabasic", "yab", "yabasic", (), "--version"),
     )
-    for name, extension, program, version_option in others:
+    for name, extension, program, options, version_option in others:
         path = shutil.which(program)
         if path is None:
             missing.append(f"{name} is skipped: it is not installed")
             continue
-        command = (path,)
-        if name == "python3":
-            # Without wrapper and site packages: what a machine has installed is not the language.
-            command = (os.path.realpath(path), "-I", "-S")
-        version = first_line([command[0], version_option])
-        languages.append(Language(name, extension, command, version))
+        path = os.path.realpath(path)
+        version = first_line([path, version_option])
+        languages.append(Language(name, extension, (path, *options), version))
     return languages, missing
 
 
@@ -86,8 +91,19 @@ def first_line(command):
     return text.splitlines()[0] if text else "unknown"
 
 
-def program_names():
-    return sorted(path.stem for path in PROGRAMS.glob("*.bas"))
+def prepare(names, languages, scale, folder):
+    """Writes the sized programs and their input; returns the size of each program."""
+    sizes = {}
+    for name in names:
+        for extension in dict.fromkeys(language.extension for language in languages):
+            source = PROGRAMS / f"{name}.{extension}"
+            text, size = sized_text(source, scale)
+            if sizes.setdefault(name, size) != size:
+                raise BenchError(f"{source.name}: its size differs from the other languages'")
+            (folder / source.name).write_text(text, encoding="ascii")
+    if "lines" in sizes:
+        write_lines_file(folder / "lines.txt", sizes["lines"])
+    return sizes
 
 
 def sized_text(path, scale):
@@ -108,6 +124,35 @@ def write_lines_file(path, count):
             quantity = i * 7919 % 100000
             price = i * 31 % 4000 / 4
             file.write(f"{names[i % len(names)]};{quantity};{price:.2f}\n")
+
+
+def take_table(folder):
+    """The table that a program wrote, removed so that the next one starts from nothing.
+
+    None when there is none. Without the day on which it was written: midnight is no difference.
+    """
+    path = folder / "records.dbf"
+    if not path.exists():
+        return None
+    data = path.read_bytes()
+    path.unlink()
+    return data[:1] + data[4:]
+
+
+def check_agreement(name, outputs, tables):
+    """Every language must have printed the same text, and some text at all, and written the same."""
+    texts = set(outputs.values())
+    if len(texts) != 1 or not next(iter(texts)).strip():
+        shown = "\n".join(f"  {language}: {text!r}" for language, text in outputs.items())
+        raise BenchError(f"{name}: the printed results differ or are empty\n{shown}")
+    if len(set(tables.values())) != 1:
+        raise BenchError(f"{name}: the tables written by {', '.join(tables)} are not all the same")
+
+
+def show_progress(line):
+    if sys.stderr.isatty():
+        sys.stderr.write(f"\r\033[K{line}")
+        sys.stderr.flush()
 
 
 def run_measured(command, folder, timeout):

@@ -1,5 +1,5 @@
 # A state machine whose states are labels.
-n = 8000000   # size
+n = 40000000   # size
 steps = 0
 signal = 0
 heats = 0

@@ -1,5 +1,5 @@
 -- A state machine whose states are labels.
-local n = 8000000   -- size
+local n = 40000000   -- size
 local steps = 0
 local signal = 0
 local heats = 0

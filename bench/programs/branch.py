@@ -1,5 +1,5 @@
 # A state machine whose state is a variable.
-n = 8000000   # size
+n = 40000000   # size
 
 
 def main():

@@ -1,5 +1,5 @@
 -- Many small calls with text and number parameters.
-local n = 800000   -- size
+local n = 5000000   -- size
 local notes = 0
 
 local function weight(name, amount, factor)

@@ -1,5 +1,5 @@
 # Many small calls with text and number parameters.
-n = 800000   # size
+n = 5000000   # size
 notes = 0
 
 

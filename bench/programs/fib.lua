@@ -1,5 +1,5 @@
 -- Recursion: the Fibonacci function called on itself, repeated.
-local n = 180   -- size
+local n = 1000   -- size
 
 local function fib(k)
   if k < 2 then

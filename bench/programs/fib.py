@@ -1,5 +1,5 @@
 # Recursion: the Fibonacci function called on itself, repeated.
-n = 180   # size
+n = 1000   # size
 
 
 def fib(k):

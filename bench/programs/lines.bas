@@ -1,5 +1,5 @@
 # Reading and parsing a text file: the size is the number of its lines.
-n = 150000   # size
+n = 400000   # size
 rows = 0
 units = 0
 money = 0

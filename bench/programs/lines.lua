@@ -1,5 +1,5 @@
 -- Reading and parsing a text file: the size is the number of its lines.
-local n = 150000   -- size
+local n = 400000   -- size
 local find, sub = string.find, string.sub
 local rows = 0
 local units = 0

@@ -1,5 +1,5 @@
 # Counted loops and accumulation.
-n = 8000000   # size
+n = 40000000   # size
 sum = 0
 for i = 1 to n
   sum = sum + i

@@ -1,5 +1,5 @@
 -- Counted loops and accumulation.
-local n = 8000000   -- size
+local n = 40000000   -- size
 local sum = 0
 for i = 1, n do
   sum = sum + i

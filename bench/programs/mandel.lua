@@ -1,5 +1,5 @@
 -- The Mandelbrot set: arithmetic of doubles.
-local n = 2500   -- size
+local n = 15000   -- size
 local columns = 64
 local steps = 0
 local inside = 0

@@ -1,5 +1,5 @@
 # The Mandelbrot set: arithmetic of doubles.
-n = 2500   # size
+n = 15000   # size
 
 
 def main():

@@ -1,5 +1,5 @@
 # Matrix product: arrays with a computed index.
-n = 16   # size
+n = 80   # size
 size = 60
 cells = size * size
 dim a[cells + 1]

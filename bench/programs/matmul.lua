@@ -1,5 +1,5 @@
 -- Matrix product: arrays with a computed index.
-local n = 16   -- size
+local n = 80   -- size
 local size = 60
 local cells = size * size
 local a, b, c = {}, {}, {}

@@ -1,5 +1,5 @@
 # Nested counted loops with arithmetic in the innermost one.
-n = 7000   # size
+n = 35000   # size
 sum = 0
 for i = 1 to n
   for j = 1 to 100

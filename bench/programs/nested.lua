@@ -1,5 +1,5 @@
 -- Nested counted loops with arithmetic in the innermost one.
-local n = 7000   -- size
+local n = 35000   -- size
 local sum = 0
 for i = 1, n do
   for j = 1, 100 do

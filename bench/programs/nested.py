@@ -1,5 +1,5 @@
 # Nested counted loops with arithmetic in the innermost one.
-n = 7000   # size
+n = 35000   # size
 
 
 def main():

@@ -1,5 +1,5 @@
 # The sieve of Eratosthenes up to 16,000, repeated.
-n = 200   # size
+n = 1000   # size
 limit = 15999
 dim flags[limit + 1]
 primes = 0

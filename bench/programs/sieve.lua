@@ -1,5 +1,5 @@
 -- The sieve of Eratosthenes up to 16,000, repeated.
-local n = 200   -- size
+local n = 1000   -- size
 local limit = 15999
 local flags = {}
 local primes = 0

@@ -1,5 +1,5 @@
 # Shell sort of 16,000 numbers in a global array, repeated.
-n = 9   # size
+n = 45   # size
 count = 16000
 global Items[count]
 seed = 42

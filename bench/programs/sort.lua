@@ -1,6 +1,7 @@
 -- Shell sort of 16,000 numbers, repeated.
-local n = 9   -- size
+local n = 45   -- size
 local count = 16000
+local floor = math.floor
 local items = {}
 
 local function sortitems(count)
@@ -10,7 +11,7 @@ local function sortitems(count)
     gap = gap * 3 + 1
   end
   while gap > 1 do
-    gap = gap // 3
+    gap = floor(gap / 3)
     for i = gap + 1, count do
       local moving = items[i]
       local j = i - gap
@@ -31,6 +32,6 @@ for _ = 1, n do
     items[i] = seed
   end
   sortitems(count)
-  total = total + items[1] + items[count // 2 + 1] + items[count]
+  total = total + items[1] + items[floor(count / 2) + 1] + items[count]
 end
 print(string.format("%.0f", total))

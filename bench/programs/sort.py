@@ -1,5 +1,5 @@
 # Shell sort of 16,000 numbers, repeated.
-n = 9   # size
+n = 45   # size
 items = [0] * 16000
 
 

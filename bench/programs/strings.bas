@@ -1,5 +1,5 @@
 # Text: append, format, single characters, search, replace.
-n = 900   # size
+n = 4500   # size
 commas = 0
 found = 0
 length = 0

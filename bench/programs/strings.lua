@@ -1,5 +1,5 @@
 -- Text: append, format, single characters, search, replace.
-local n = 900   -- size
+local n = 4500   -- size
 local format, sub, find, gsub = string.format, string.sub, string.find, string.gsub
 local commas = 0
 local found = 0

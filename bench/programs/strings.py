@@ -1,5 +1,5 @@
 # Text: append, format, single characters, search, replace.
-n = 900   # size
+n = 4500   # size
 
 
 def main():

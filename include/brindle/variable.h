@@ -99,7 +99,7 @@ public:
 protected:
   // Kinds that never reach a host: an item with a text buffer beside its value, and the two states of a
   // variable's slot in the store.
-  enum : std::uint16_t { kBuffered = 0xFFF0, kSlotUndefined = 0xFFF1, kSlotBoxed = 0xFFF2 };
+  enum : std::uint16_t { kSlotUndefined = VT_NULL, kSlotBoxed = 0xFFF0, kBuffered = 0xFFF1 };
   struct Buffered;
 
   void Clear() noexcept;
@@ -255,6 +255,7 @@ private:
   // One item in place, more on the heap.
   class ItemList {
   public:
+    friend struct brindle::RawValues;
     ItemList() noexcept : m_first() {}
     explicit ItemList(CVarBase&& item) noexcept : m_first(std::move(item)) {}
     ItemList(ItemList&& other) noexcept;

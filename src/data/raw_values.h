@@ -9,6 +9,10 @@
 #include "data/variable_slot.h"
 #include "platform/number_text.h"
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 namespace brindle {
 
 struct RawValues {
@@ -25,6 +29,8 @@ struct RawValues {
 
   [[nodiscard]] static std::uint16_t Kind(const VariableSlot& slot) noexcept { return slot.m_kind; }
   [[nodiscard]] static double& Double(VariableSlot& slot) noexcept { return slot.m_double; }
+  [[nodiscard]] static double Double(const VariableSlot& slot) noexcept { return slot.m_double; }
+  [[nodiscard]] static double Double(const CVarBase& item) noexcept { return item.m_double; }
   [[nodiscard]] static const CString& Text(const VariableSlot& slot) noexcept { return slot.m_text; }
   [[nodiscard]] static CString& Text(VariableSlot& slot) noexcept { return slot.m_text; }
   [[nodiscard]] static std::int32_t Integer(const VariableSlot& slot) noexcept { return slot.m_integer; }
@@ -32,8 +38,9 @@ struct RawValues {
 
   // Whether a slot can be overwritten without anybody noticing.
   [[nodiscard]] static bool IsPlain(std::uint16_t kind) noexcept {
-    return kind == kNumber || kind == kInteger || kind == kEmpty || kind == kUndefined || kind == kTruth ||
-           kind == kText;
+    constexpr std::uint32_t kPlain =
+        1U << kNumber | 1U << kUndefined | 1U << kInteger | 1U << kEmpty | 1U << kTruth | 1U << kText;
+    return kind < 32 && (kPlain >> kind & 1U) != 0;
   }
   static void DropText(VariableSlot& slot) noexcept {
     if (slot.m_kind == kText)
@@ -90,9 +97,30 @@ struct RawValues {
     default: return false;
     }
   }
+  // Copies a defined value into a plain slot, when both are such.
+  [[nodiscard]] static bool CopyToPlain(VariableSlot& to, const VariableSlot& from) noexcept {
+    if (from.m_kind == kNumber && to.m_kind != kText && IsPlain(to.m_kind)) [[likely]] {
+      to.m_kind = kNumber;
+      to.m_double = from.m_double;
+      return true;
+    }
+    return IsPlain(to.m_kind) && from.m_kind != kUndefined && CopyItem(to, from);
+  }
   // Moves a plain value on and leaves its place undefined.
   static void Move(VariableSlot& to, VariableSlot& from) noexcept {
     DropText(to);
+    if (from.m_kind == kNumber) [[likely]] {
+      to.m_kind = kNumber;
+      to.m_double = from.m_double;
+      from.m_kind = kUndefined;
+      return;
+    }
+    if (from.m_kind == kText) {
+      to.m_kind = kText;
+      ::new (&to.m_text) CString(std::move(from.m_text));
+      from.m_kind = kUndefined; // a text that was moved from holds nothing
+      return;
+    }
     to.Take(from);
     from.m_kind = kUndefined;
   }
@@ -119,21 +147,27 @@ struct RawValues {
     return true;
   }
 
+  // Towards zero; what does not fit, and not-a-number, gives a negative number.
+  [[nodiscard]] static std::int32_t TruncateIndex(double index) noexcept {
+#if defined(__SSE2__)
+    return _mm_cvttsd_si32(_mm_set_sd(index));
+#else
+    return index > -1 && index < 2147483647.0 ? static_cast<std::int32_t>(index) : -1;
+#endif
+  }
+
   // An array's item, which becomes the current one; null outside the array, and for a scalar.
   [[nodiscard]] static CVarBase* ItemAt(const VariableSlot& slot, double index) noexcept {
-    if (slot.m_kind != kBoxed)
+    if (slot.m_kind != kBoxed) [[unlikely]]
       return nullptr;
-    CBasicVariable& variable = *slot.Contents();
-    const std::int32_t at = index >= 0 && index < 2e9 ? static_cast<std::int32_t>(index) : -1;
-    if (at < 0 || at >= variable.m_items.Count()) {
-      // Towards zero: what lies between -1 and 0 is item 0.
-      if (!(index > -1 && index < 0))
-        return nullptr;
-      variable.m_nCurIndex = 0;
-      return &variable.m_items.At(0);
-    }
+    CBasicVariable& variable = *static_cast<CBasicVariable*>(slot.m_pBox);
+    const std::int32_t at = TruncateIndex(index);
+    // Items of arrays are on the heap; a negative index is a large one here.
+    if (static_cast<std::uint32_t>(at) >= static_cast<std::uint32_t>(variable.m_items.m_nCount) ||
+        variable.m_items.m_nCapacity == 1) [[unlikely]]
+      return nullptr;
     variable.m_nCurIndex = at;
-    return &variable.m_items.At(at);
+    return variable.m_items.m_pHeap + at;
   }
   // Writes an array's item, which becomes the current one. False, and unchanged, when the index is outside, when
   // somebody watches the variable, and for values that are no plain scalars.
@@ -165,13 +199,33 @@ struct RawValues {
       item.m_integer = value.m_integer;
     return true;
   }
-  [[nodiscard]] static std::uint16_t Kind(const CVarBase& item) noexcept { return item.m_kind; }
-  [[nodiscard]] static const CVarBase& Item(const VariableSlot& slot) noexcept { return slot; }
+  [[nodiscard]] static std::uint16_t Kind(const CVarBase& item) noexcept {
+    return item.m_kind;
+  }
+  [[nodiscard]] static const CVarBase& Item(const VariableSlot& slot) noexcept {
+    return slot;
+  }
   // A slot's scalar as a value of its own, whatever it is.
   static void MoveOut(VariableSlot& slot, CBasicVariable& out) {
+    if (IsPlain(slot.m_kind) && out.m_items.m_nCapacity == 1 && out.m_items.m_first.m_kind == kEmpty) {
+      if (slot.m_kind != kUndefined)
+        out.m_items.m_first.Take(slot);
+      slot.m_kind = kUndefined;
+      return;
+    }
     if (slot.m_kind != kUndefined)
       slot.CopyTo(out);
     slot.Undefine();
+  }
+  // A plain scalar out of a value into a plain slot; false when it is more than that.
+  [[nodiscard]] static bool MoveItemFrom(VariableSlot& to, CBasicVariable& from) noexcept {
+    if (from.m_items.m_nCapacity != 1 || from.m_pExtra != nullptr || from.m_userData != 0 || !IsPlain(to.m_kind) ||
+        !IsPlain(from.m_items.m_first.m_kind))
+      return false;
+    DropText(to);
+    to.m_kind = kUndefined;
+    to.Take(from.m_items.m_first);
+    return true;
   }
 };
 

@@ -18,6 +18,11 @@ public:
     other.m_kind = kSlotUndefined;
   }
   VariableSlot& operator=(VariableSlot&&) = delete;
+  // Into a slot that is undefined.
+  void MoveFrom(VariableSlot& other) noexcept {
+    Take(other);
+    other.m_kind = kSlotUndefined;
+  }
   ~VariableSlot() { Undefine(); }
 
   [[nodiscard]] bool IsDefined() const noexcept { return m_kind != kSlotUndefined; }

@@ -59,6 +59,7 @@ int VariableStore::NumberOf(const CString& lowered) {
   const int number = static_cast<int>(m_names.size());
   m_names.push_back(std::move(name));
   m_numbers.emplace(lowered, number);
+  m_nFrameSize = m_names.size() + kTemporaries;
   return number;
 }
 
@@ -80,9 +81,9 @@ VariableSlot* VariableStore::FindLocal(int number, int level) noexcept {
     return nullptr;
   Frame& frame = m_frames[static_cast<std::size_t>(level)];
   const auto place = static_cast<std::size_t>(number + kTemporaries);
-  if (place >= frame.size())
+  if (place >= frame.count)
     return nullptr;
-  VariableSlot& slot = frame[place];
+  VariableSlot& slot = frame.slots[place];
   return slot.IsDefined() ? &slot : nullptr;
 }
 
@@ -95,11 +96,14 @@ VariableSlot* VariableStore::MakeFrame(int level) {
   if (static_cast<std::size_t>(level) >= m_frames.size())
     m_frames.resize(static_cast<std::size_t>(level) + 1);
   Frame& frame = m_frames[static_cast<std::size_t>(level)];
-  const bool isNew = frame.empty();
-  frame.resize(m_names.size() + kTemporaries);
-  for (std::size_t place = 0; isNew && place < kNumberTemporaries; ++place)
-    frame[place].SetNumber(0);
-  return frame.data();
+  auto slots = std::make_unique<VariableSlot[]>(m_nFrameSize);
+  for (std::size_t place = 0; place < frame.count; ++place)
+    slots[place].MoveFrom(frame.slots[place]);
+  for (std::size_t place = frame.count; place < kNumberTemporaries; ++place)
+    slots[place].SetNumber(0);
+  frame.slots = std::move(slots);
+  frame.count = m_nFrameSize;
+  return frame.slots.get();
 }
 
 int VariableStore::LocalPlace(int number) noexcept {
@@ -157,8 +161,8 @@ bool VariableStore::Undefine(const NameRef& name, int level) {
 int VariableStore::Count() const {
   int count = 0;
   for (const Frame& frame : m_frames)
-    for (std::size_t place = kTemporaries; place < frame.size(); ++place)
-      count += frame[place].IsDefined() ? 1 : 0;
+    for (std::size_t place = kTemporaries; place < frame.count; ++place)
+      count += frame.slots[place].IsDefined() ? 1 : 0;
   for (const Name& name : m_names)
     for (const auto& global : name.globals)
       count += global->slot.IsDefined() ? 1 : 0;
@@ -175,8 +179,8 @@ int VariableStore::RemoveLevel(int level) {
   };
   if (static_cast<std::size_t>(level) < m_frames.size()) {
     Frame& frame = m_frames[static_cast<std::size_t>(level)];
-    for (std::size_t place = kTemporaries; place < frame.size(); ++place)
-      remove(frame[place]);
+    for (std::size_t place = kTemporaries; place < frame.count; ++place)
+      remove(frame.slots[place]);
   }
   // A global whose spelling happens to end like a local's key is taken for one.
   const CString suffix = CString(kScopeMark) + FormatInteger(level);
@@ -197,8 +201,8 @@ std::vector<VariableStore::Place> VariableStore::PlacesOfObjects(int level) {
     return mark == std::u16string_view::npos ? otherwise : ParseInteger(key.View().substr(mark + kScopeMark.size()));
   };
   for (std::size_t frame = 0; frame < m_frames.size(); ++frame)
-    for (std::size_t place = kTemporaries; place < m_frames[frame].size(); ++place)
-      if (m_frames[frame][place].HoldsObject() &&
+    for (std::size_t place = kTemporaries; place < m_frames[frame].count; ++place)
+      if (m_frames[frame].slots[place].HoldsObject() &&
           levelOf(m_names[place - kTemporaries].lowered, static_cast<int>(frame)) >= level)
         places.push_back({false, frame, place - kTemporaries});
   for (std::size_t name = 0; name < m_names.size(); ++name)

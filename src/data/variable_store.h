@@ -67,9 +67,10 @@ public:
   // The level's frame with room for every name known by now; good until a variable of a new name is made.
   [[nodiscard]] VariableSlot* FrameAt(int level) {
     const auto at = static_cast<std::size_t>(level);
-    return at < m_frames.size() && m_frames[at].size() >= m_names.size() + kTemporaries ? m_frames[at].data()
-                                                                                        : MakeFrame(level);
+    return at < m_frames.size() && m_frames[at].count >= m_nFrameSize ? m_frames[at].slots.get() : MakeFrame(level);
   }
+  // A frame stays where it is as long as this does not change.
+  [[nodiscard]] std::size_t FrameSize() const noexcept { return m_nFrameSize; }
   // The slot of a local within its frame. From now on a global of that name makes compiled statements stale.
   [[nodiscard]] int LocalPlace(int number) noexcept;
   // The global of that spelling, defined or not, null when there is none. Its address stays good.
@@ -94,7 +95,10 @@ private:
     int aliasNumber = -1;                         // of a name of the form NAME__#LEVEL
     int aliasLevel = 0;
   };
-  using Frame = std::vector<VariableSlot>;
+  struct Frame {
+    std::unique_ptr<VariableSlot[]> slots;
+    std::size_t count = 0;
+  };
 
   [[nodiscard]] VariableSlot* FindLocal(int number, int level) noexcept;
   [[nodiscard]] VariableSlot& LocalSlot(int number, int level);
@@ -103,6 +107,7 @@ private:
   std::vector<Name> m_names;
   std::unordered_map<CString, int> m_numbers;
   std::vector<Frame> m_frames; // by level; a variable stands behind the temporaries
+  std::size_t m_nFrameSize = kTemporaries;
   unsigned m_nLayout = 0;
   bool m_mayHoldObjects = false;
 };

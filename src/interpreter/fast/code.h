@@ -13,6 +13,7 @@
 #include <cstring>
 #include <deque>
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 namespace brindle {
@@ -56,6 +57,9 @@ struct FastStatement {
   FastCell* first = nullptr;
   std::uint32_t bails = 0;    // since it was compiled
   std::uint32_t compiles = 0; // of this place in the text
+  // The condition of a "do" as it stands at its "loop": giving up takes the loop from the control stack, as "loop" does
+  // before the condition is read again, and counts for the "loop".
+  FastStatement* loop = nullptr;
 };
 
 // An intermediate value that exists while an operation runs: where it is kept, and which words of the text it is
@@ -83,6 +87,8 @@ struct FastCallee {
   FastEntry* body = nullptr;
   std::uint32_t result = 0; // slot in the callee's frame
   std::vector<std::uint32_t> parameters;
+  const std::uint32_t* slots = nullptr; // of the parameters
+  std::size_t count = 0;
 };
 
 // A call of a built-in function.
@@ -145,8 +151,9 @@ public:
   std::deque<FastBuiltIn> m_builtIns;
   std::deque<std::vector<FastPart>> m_parts;
   std::deque<FastLoop> m_loops;
-  unsigned layout = 0;         // of the store, when the statements were compiled
-  std::uint64_t functions = 0; // generation of the function tables, likewise
+  std::unordered_map<std::uint32_t, std::uint32_t> m_doOfLoop; // positions of the words
+  unsigned layout = 0;                                         // of the store, when the statements were compiled
+  std::uint64_t functions = 0;                                 // generation of the function tables, likewise
 
 private:
   std::deque<FastEntry> m_entries;

@@ -183,7 +183,10 @@ FastCallee* FastCompiler::CalleeOf(CFuncDesc& function, std::size_t arguments) {
     ++position;
   callee.body = EntryFrom(position);
   m_code.m_callees.push_back(std::move(callee));
-  return &m_code.m_callees.back();
+  FastCallee& kept = m_code.m_callees.back();
+  kept.slots = kept.parameters.data();
+  kept.count = kept.parameters.size();
+  return &kept;
 }
 
 // A call gives its value in a temporary that is live, unless it is a statement.
@@ -208,6 +211,9 @@ bool FastCompiler::Call(FastNode& node, Operand& out, bool isStatement) {
     FastCallee* const callee = CalleeOf(*function, node.arguments.size());
     if (callee == nullptr || !ArgumentsInTemporaries(node, first))
       return false;
+    // The first two cells of a statement may be overwritten, but calls in progress look at theirs.
+    while (m_chunk->cells.size() < m_firstCell + 2)
+      Emit(FastOperation::Nothing);
     cell = Emit(FastOperation::Call, first, 0, isStatement ? 1 : 0);
     EmitData(callee, m_recordedNames, m_next);
   } else {

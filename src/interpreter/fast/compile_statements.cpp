@@ -48,6 +48,7 @@ void FastCompiler::BeginStatement(FastEntry& entry) {
   m_live.clear();
   m_numbers = m_values = m_recordedNames = 0;
   m_fallsThrough = true;
+  m_firstCell = m_chunk->cells.size();
 }
 
 void FastCompiler::DropStatement(std::size_t firstCell) {
@@ -113,10 +114,18 @@ bool FastCompiler::Statement(const Token& first) {
   case COMMAND_IF: return If();
   case COMMAND_ELSE: return Else();
   case COMMAND_FOR: return For();
-  case COMMAND_NEXT:
   case COMMAND_LOOP:
+    if (Loop(first))
+      return true;
+    DropStatement(m_firstCell);
+    m_next = first.end;
     m_code.m_loops.emplace_back();
-    Emit(first.command == COMMAND_NEXT ? FastOperation::Next : FastOperation::Loop);
+    Emit(FastOperation::Loop);
+    EmitData(&m_code.m_loops.back());
+    return true;
+  case COMMAND_NEXT:
+    m_code.m_loops.emplace_back();
+    Emit(FastOperation::Next);
     EmitData(&m_code.m_loops.back());
     return true;
   case COMMAND_DO: return Do(first);
@@ -225,19 +234,30 @@ bool FastCompiler::ReadCondition(FastNode*& left, LOGICAL_OPERATION& operation, 
   return right != nullptr;
 }
 
-bool FastCompiler::EmitCondition(FastNode& left, LOGICAL_OPERATION operation, FastNode& right, FastEntry& otherwise) {
+bool FastCompiler::EmitCondition(FastNode& left, LOGICAL_OPERATION operation, FastNode& right, FastEntry& entry,
+                                 bool whenTrue) {
   const std::size_t live = CountLive();
   const bool effects = HasEffects(right);
   const ValueKind kind = KindOf(left);
   if (kind == ValueKind::Other)
     return false;
   if (kind == ValueKind::Text) {
+    if (whenTrue)
+      return false;
+    const bool isEquality = operation == LOGICAL_EQUAL || operation == LOGICAL_NOT_EQUAL;
+    std::uint32_t slot = 0;
+    if (isEquality && left.kind == FastNode::Variable && right.kind == FastNode::Text && LocalSlot(*left.token, slot)) {
+      Emit(FastOperation::IfTextIs, operation == LOGICAL_EQUAL ? 1 : 0, slot);
+      EmitData(&entry);
+      EmitData(&right.token->text);
+      return true;
+    }
     std::vector<FastPart> parts;
     if (!TextPart(left, parts, effects) || !TextPart(right, parts, effects))
       return false;
     m_code.m_parts.push_back(std::move(parts));
     Emit(FastOperation::IfText, static_cast<std::uint32_t>(operation));
-    EmitData(&otherwise);
+    EmitData(&entry);
     EmitData(&m_code.m_parts.back());
     PopTo(live);
     return true;
@@ -255,23 +275,25 @@ bool FastCompiler::EmitCondition(FastNode& left, LOGICAL_OPERATION operation, Fa
     return false;
   FastOperation first = FastOperation::IfAbout;
   switch (operation) {
-  case LOGICAL_EQUAL: first = FastOperation::IfEqual_SS; break;
-  case LOGICAL_NOT_EQUAL: first = FastOperation::IfNotEqual_SS; break;
-  case LOGICAL_LESS: first = FastOperation::IfLess_SS; break;
-  case LOGICAL_LESS_EQUAL: first = FastOperation::IfLessEqual_SS; break;
-  case LOGICAL_GREATER: first = FastOperation::IfGreater_SS; break;
-  case LOGICAL_GREATER_EQUAL: first = FastOperation::IfGreaterEqual_SS; break;
+  case LOGICAL_EQUAL: first = whenTrue ? FastOperation::WhileEqual_SS : FastOperation::IfEqual_SS; break;
+  case LOGICAL_NOT_EQUAL: first = whenTrue ? FastOperation::WhileNotEqual_SS : FastOperation::IfNotEqual_SS; break;
+  case LOGICAL_LESS: first = whenTrue ? FastOperation::WhileLess_SS : FastOperation::IfLess_SS; break;
+  case LOGICAL_LESS_EQUAL: first = whenTrue ? FastOperation::WhileLessEqual_SS : FastOperation::IfLessEqual_SS; break;
+  case LOGICAL_GREATER: first = whenTrue ? FastOperation::WhileGreater_SS : FastOperation::IfGreater_SS; break;
+  case LOGICAL_GREATER_EQUAL:
+    first = whenTrue ? FastOperation::WhileGreaterEqual_SS : FastOperation::IfGreaterEqual_SS;
+    break;
   default: break;
   }
   if (first == FastOperation::IfAbout) {
-    if (!InNumberTemporary(left, true, x) || !InNumberTemporary(right, false, y))
+    if (whenTrue || !InNumberTemporary(left, true, x) || !InNumberTemporary(right, false, y))
       return false;
     Emit(first, 0, x.slot, y.slot);
   } else {
     const auto pair = static_cast<std::uint32_t>(x.kind * 3 + y.kind);
     Emit(static_cast<FastOperation>(static_cast<std::uint32_t>(first) + pair), 0, x.slot, y.slot);
   }
-  EmitData(&otherwise, x.kind == Operand::K ? x.number : y.number);
+  EmitData(&entry, x.kind == Operand::K ? x.number : y.number);
   PopTo(live);
   return true;
 }
@@ -283,6 +305,7 @@ FastEntry* FastCompiler::EntryBehindSkip(COMMAND_TYPE open, COMMAND_TYPE close, 
   m_state.position = m_parser.Position();
   m_interpreter.FindLastPair(open, close, middle);
   const COMMAND_TYPE last = m_state.token.command;
+  m_skippedTo = m_state.token.token->start;
   const std::uint32_t behind = m_state.position;
   m_state.position = position;
   m_state.token = token;
@@ -371,7 +394,37 @@ bool FastCompiler::Do(const Token& word) {
   FastEntry* const behind = EntryBehindSkip(COMMAND_DO, COMMAND_LOOP, COMMAND_NONE);
   if (behind == nullptr || !EmitCondition(*left, operation, *right, *behind))
     return false;
+  m_code.m_doOfLoop[m_skippedTo] = word.start;
   Emit(FastOperation::PushLoop, word.start);
+  return true;
+}
+
+// The condition stands here once more, so that the loop need not leave the control stack and come back to it: between
+// the two nothing can look at it.
+bool FastCompiler::Loop(const Token& word) {
+  const auto known = m_code.m_doOfLoop.find(word.start);
+  if (known == m_code.m_doOfLoop.end())
+    return false;
+  const Token& begin = m_text.TokenAt(known->second, m_state.words);
+  m_parser.Start(begin.end);
+  m_parser.Take(); // "while"
+  FastNode* left = nullptr;
+  FastNode* right = nullptr;
+  LOGICAL_OPERATION operation = LOGICAL_NONE;
+  if (!ReadCondition(left, operation, right) || HasEffects(*left) || HasEffects(*right))
+    return false;
+  Emit(FastOperation::LoopAgain, begin.start);
+  FastStatement* const loop = m_statement;
+  m_code.m_statements.push_back({});
+  m_statement = &m_code.m_statements.back();
+  m_statement->entry = &m_code.EntryOf(begin);
+  m_statement->loop = loop;
+  const bool isEmitted = EmitCondition(*left, operation, *right, *EntryFrom(m_parser.Position()), true);
+  m_statement = loop;
+  if (!isEmitted || m_parser.IsRefused())
+    return false;
+  Emit(FastOperation::PopLoop);
+  m_next = word.end;
   return true;
 }
 

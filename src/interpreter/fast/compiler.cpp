@@ -23,6 +23,7 @@ bool MayGiveUp(FastOperation operation) {
   case FastOperation::Jump:
   case FastOperation::Nothing:
   case FastOperation::Return:
+  case FastOperation::PopLoop:
   case FastOperation::PushLoop: return false;
   default: return true;
   }

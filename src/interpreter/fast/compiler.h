@@ -49,7 +49,10 @@ private:
   [[nodiscard]] bool Reads(const FastNode& node, std::uint32_t slot);
   [[nodiscard]] bool CallStatement();
   [[nodiscard]] bool ReadCondition(FastNode*& left, LOGICAL_OPERATION& operation, FastNode*& right);
-  [[nodiscard]] bool EmitCondition(FastNode& left, LOGICAL_OPERATION operation, FastNode& right, FastEntry& otherwise);
+  [[nodiscard]] bool Loop(const Token& word);
+  // Jumps to the entry when the condition is false or, for numbers, when it is true.
+  [[nodiscard]] bool EmitCondition(FastNode& left, LOGICAL_OPERATION operation, FastNode& right, FastEntry& entry,
+                                   bool whenTrue = false);
   [[nodiscard]] FastEntry* EntryBehindSkip(COMMAND_TYPE open, COMMAND_TYPE close, COMMAND_TYPE middle);
   const Token& Significant(std::uint32_t position);
   void BeginStatement(FastEntry& entry);
@@ -99,6 +102,8 @@ private:
   FastChunk* m_chunk = nullptr;
   FastStatement* m_statement = nullptr;
   std::vector<std::int32_t> m_live; // in the code's list of operands
+  std::size_t m_firstCell = 0;      // of the statement
+  std::uint32_t m_skippedTo = 0;    // the word that the last forward skip stopped on
   std::uint32_t m_numbers = 0;
   std::uint32_t m_values = 0;
   std::uint32_t m_recordedNames = 0; // arguments that a call in progress has read

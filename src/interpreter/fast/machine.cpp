@@ -27,15 +27,18 @@ double PowerOf(double base, double exponent) {
   return value;
 }
 
-[[gnu::noinline]] bool SlowLeft(const VariableSlot& slot, double& number) noexcept {
+// They do not let the address of a handler's number out, so that it can stay in a register.
+[[gnu::noinline, gnu::cold]] bool SlowLeft(const VariableSlot& slot, double& number) noexcept {
+  number = 0;
   return RawValues::LeftNumber(slot, number);
 }
 
-[[gnu::noinline]] bool SlowRight(const VariableSlot& slot, double& number) noexcept {
+[[gnu::noinline, gnu::cold]] bool SlowRight(const VariableSlot& slot, double& number) noexcept {
+  number = 0;
   return RawValues::RightNumber(slot, number);
 }
 
-[[gnu::noinline]] bool SlowStore(VariableSlot& slot, double number) noexcept {
+[[gnu::noinline, gnu::cold]] bool SlowStore(VariableSlot& slot, double number) noexcept {
   if (!RawValues::IsPlain(RawValues::Kind(slot)))
     return false;
   RawValues::PutNumber(slot, number);
@@ -45,23 +48,49 @@ double PowerOf(double base, double exponent) {
 // The tests that stand before the fast part of a handler.
 [[gnu::always_inline]] inline bool Left(const VariableSlot& slot, double& number) noexcept {
   if (RawValues::Kind(slot) == RawValues::kNumber) [[likely]] {
-    number = RawValues::Double(const_cast<VariableSlot&>(slot));
+    number = RawValues::Double(slot);
     return true;
   }
-  return SlowLeft(slot, number);
+  double slow;
+  const bool isNumber = SlowLeft(slot, slow);
+  number = slow;
+  return isNumber;
 }
 
 [[gnu::always_inline]] inline bool Right(const VariableSlot& slot, double& number) noexcept {
   if (RawValues::Kind(slot) == RawValues::kNumber) [[likely]] {
-    number = RawValues::Double(const_cast<VariableSlot&>(slot));
+    number = RawValues::Double(slot);
     return true;
   }
-  return SlowRight(slot, number);
+  double slow;
+  const bool isNumber = SlowRight(slot, slow);
+  number = slow;
+  return isNumber;
+}
+
+[[gnu::noinline, gnu::cold]] bool SlowItem(const CVarBase& item, double& number) noexcept {
+  number = 0;
+  return RawValues::LeftNumber(item, number);
+}
+
+[[gnu::always_inline]] inline bool ItemNumberOf(const CVarBase& item, double& number) noexcept {
+  if (RawValues::Kind(item) == RawValues::kNumber) [[likely]] {
+    number = RawValues::Double(item);
+    return true;
+  }
+  double slow;
+  const bool isNumber = SlowItem(item, slow);
+  number = slow;
+  return isNumber;
 }
 
 [[gnu::always_inline]] inline bool Store(VariableSlot& slot, double number) noexcept {
   if (RawValues::Kind(slot) == RawValues::kNumber) [[likely]] {
     RawValues::Double(slot) = number;
+    return true;
+  }
+  if (RawValues::Kind(slot) == RawValues::kUndefined) {
+    RawValues::PutNumber(slot, number);
     return true;
   }
   return SlowStore(slot, number);
@@ -80,6 +109,24 @@ const std::int32_t* FastMachine::Handlers() {
 
 void FastMachine::Run(const FastEntry& entry) {
   Execute(this, entry.code, nullptr);
+}
+
+// Whether the call can be made here: all its variables can be overwritten without anybody noticing.
+[[gnu::always_inline]] inline bool FastMachine::CanEnter(const FastCallee& callee, const VariableSlot* inner,
+                                                         const VariableSlot* arguments) {
+  // Frames of the machine are small, but each scope level has variables of its own.
+  constexpr std::size_t kDeepestCall = 50000;
+  if (m_fast.frames.size() >= kDeepestCall || !RawValues::IsPlain(RawValues::Kind(inner[callee.result])))
+    return false;
+  for (std::size_t i = 0; i < callee.count; ++i)
+    if (!RawValues::IsPlain(RawValues::Kind(inner[callee.slots[i]])) ||
+        !RawValues::IsPlain(RawValues::Kind(arguments[i])))
+      return false;
+  return true;
+}
+
+[[gnu::always_inline]] inline bool FastMachine::IsOutermost() const noexcept {
+  return m_fast.frames.size() == m_depth;
 }
 
 // clang-format off
@@ -104,20 +151,25 @@ void FastMachine::Run(const FastEntry& entry) {
 #define LOAD_KN x = pc[1].Number(); y = RawValues::Double(SLOT(c));
 
 #define ARITHMETIC_PAIR(NAME, PAIR, SIGN, CELLS) \
-  NAME##N_##PAIR: { LOAD_##PAIR RawValues::Double(SLOT(a)) = x SIGN y; NEXT(CELLS); } \
-  NAME##S_##PAIR: { LOAD_##PAIR if (!Store(SLOT(a), x SIGN y)) [[unlikely]] goto giveUp; NEXT(CELLS); }
+  NAME##N_##PAIR: { double x; double y; LOAD_##PAIR RawValues::Double(SLOT(a)) = x SIGN y; NEXT(CELLS); } \
+  NAME##S_##PAIR: { double x; double y; LOAD_##PAIR if (!Store(SLOT(a), x SIGN y)) [[unlikely]] goto giveUp; NEXT(CELLS); }
 #define ARITHMETIC(NAME, SIGN) \
   ARITHMETIC_PAIR(NAME, SS, SIGN, 1) ARITHMETIC_PAIR(NAME, SN, SIGN, 1) ARITHMETIC_PAIR(NAME, SK, SIGN, 2) \
   ARITHMETIC_PAIR(NAME, NS, SIGN, 1) ARITHMETIC_PAIR(NAME, NN, SIGN, 1) ARITHMETIC_PAIR(NAME, NK, SIGN, 2) \
   ARITHMETIC_PAIR(NAME, KS, SIGN, 2) ARITHMETIC_PAIR(NAME, KN, SIGN, 2)
 
 #define COMPARISON_PAIR(NAME, PAIR, SIGN) \
-  NAME##_##PAIR: { LOAD_##PAIR if (x SIGN y) NEXT(2); GO_TO(pc[1].Pointer()); }
+  NAME##_##PAIR: { double x; double y; LOAD_##PAIR if (x SIGN y) NEXT(2); GO_TO(pc[1].Pointer()); }
 #define COMPARISON(NAME, SIGN) \
   COMPARISON_PAIR(NAME, SS, SIGN) COMPARISON_PAIR(NAME, SN, SIGN) COMPARISON_PAIR(NAME, SK, SIGN) \
   COMPARISON_PAIR(NAME, NS, SIGN) COMPARISON_PAIR(NAME, NN, SIGN) COMPARISON_PAIR(NAME, NK, SIGN) \
   COMPARISON_PAIR(NAME, KS, SIGN) COMPARISON_PAIR(NAME, KN, SIGN)
-// clang-format on
+#define WHILE_PAIR(NAME, PAIR, SIGN) \
+  NAME##_##PAIR: { double x; double y; LOAD_##PAIR if (x SIGN y) GO_TO(pc[1].Pointer()); NEXT(2); }
+#define WHILE(NAME, SIGN) \
+  WHILE_PAIR(NAME, SS, SIGN) WHILE_PAIR(NAME, SN, SIGN) WHILE_PAIR(NAME, SK, SIGN) \
+  WHILE_PAIR(NAME, NS, SIGN) WHILE_PAIR(NAME, NN, SIGN) WHILE_PAIR(NAME, NK, SIGN) \
+  WHILE_PAIR(NAME, KS, SIGN) WHILE_PAIR(NAME, KN, SIGN)
 
 void FastMachine::Execute(FastMachine* machine, const FastCell* pc, const std::int32_t** handlers) {
   if (handlers != nullptr) {
@@ -139,6 +191,8 @@ void FastMachine::Execute(FastMachine* machine, const FastCell* pc, const std::i
   double y = 0;
   Way way = Way::Compiled;
   const FastCell* resume = nullptr;
+  // Whether code was run that may have changed what statements mean, or have ended the program.
+  bool isForeign = true;
   goto*(origin + pc->operation);
 
 Exit:
@@ -149,6 +203,7 @@ leave:
 giveUp:
   way = machine->GiveUp(pc, resume);
 goOn:
+  isForeign = true;
   if (way == Way::Left)
     return;
   if (way != Way::Compiled)
@@ -198,7 +253,7 @@ LoadRight:
 LoadConstant:
   RawValues::Double(SLOT(a)) = pc[1].Number();
   NEXT(2);
-LoadGlobal : {
+LoadGlobal: {
   const VariableSlot& global = *static_cast<const VariableSlot*>(pc[1].Pointer());
   if (pc->b != 0 ? !Left(global, x) : !Right(global, x)) [[unlikely]]
     goto giveUp;
@@ -237,7 +292,7 @@ CopyFromGlobal:
       !RawValues::Copy(SLOT(a), *static_cast<const VariableSlot*>(pc[1].Pointer()))) [[unlikely]]
     goto giveUp;
   NEXT(2);
-MoveToGlobal : {
+MoveToGlobal: {
   VariableSlot& global = *static_cast<VariableSlot*>(pc[1].Pointer());
   if (!global.IsDefined() || !RawValues::IsPlain(RawValues::Kind(global)) || !RawValues::Copy(global, SLOT(b)))
       [[unlikely]]
@@ -256,9 +311,12 @@ ItemNumber:
     goto giveUp;
   {
     CVarBase* const item = RawValues::ItemAt(SLOT(b), x);
-    if (item == nullptr || !RawValues::LeftNumber(*item, y)) [[unlikely]]
+    if (item == nullptr) [[unlikely]]
       goto giveUp;
-    RawValues::Double(SLOT(a)) = y;
+    double number;
+    if (!ItemNumberOf(*item, number)) [[unlikely]]
+      goto giveUp;
+    RawValues::Double(SLOT(a)) = number;
   }
   NEXT(1);
 GlobalItemNumber:
@@ -266,9 +324,12 @@ GlobalItemNumber:
     goto giveUp;
   {
     CVarBase* const item = RawValues::ItemAt(*static_cast<const VariableSlot*>(pc[1].Pointer()), x);
-    if (item == nullptr || !RawValues::LeftNumber(*item, y)) [[unlikely]]
+    if (item == nullptr) [[unlikely]]
       goto giveUp;
-    RawValues::Double(SLOT(a)) = y;
+    double number;
+    if (!ItemNumberOf(*item, number)) [[unlikely]]
+      goto giveUp;
+    RawValues::Double(SLOT(a)) = number;
   }
   NEXT(2);
 ItemValue:
@@ -314,14 +375,20 @@ SetGlobalItem:
   COMPARISON(IfLessEqual, <=)
   COMPARISON(IfGreater, >)
   COMPARISON(IfGreaterEqual, >=)
-IfAbout : {
+  WHILE(WhileEqual, ==)
+  WHILE(WhileNotEqual, !=)
+  WHILE(WhileLess, <)
+  WHILE(WhileLessEqual, <=)
+  WHILE(WhileGreater, >)
+  WHILE(WhileGreaterEqual, >=)
+IfAbout: {
   constexpr double kAbout = 1e-12;
   LOAD_NN
   if (std::fabs(x - y) < kAbout)
     NEXT(2);
   GO_TO(pc[1].Pointer());
 }
-IfText : {
+IfText: {
   bool holds = false;
   if (!CompareTexts(*static_cast<const std::vector<FastPart>*>(pc[2].Pointer()), base, pc->a, holds)) [[unlikely]]
     goto giveUp;
@@ -330,7 +397,16 @@ IfText : {
   GO_TO(pc[1].Pointer());
 }
 
-For : {
+IfTextIs: {
+  if (RawValues::Kind(SLOT(b)) != RawValues::kText) [[unlikely]]
+    goto giveUp;
+  const bool isSame = RawValues::Text(SLOT(b)) == *static_cast<const CString*>(pc[2].Pointer());
+  if (isSame == (pc->a != 0))
+    NEXT(3);
+  GO_TO(pc[1].Pointer());
+}
+
+For: {
   x = RawValues::Double(SLOT(b));
   y = RawValues::Double(SLOT(c));
   if (!Store(SLOT(a), x)) [[unlikely]]
@@ -341,7 +417,7 @@ For : {
   state.control.push_back({site->text, y, pc[1].b, true, site});
   NEXT(3);
 }
-Next : {
+Next: {
   FastLoop& loop = *static_cast<FastLoop*>(pc[1].Pointer());
   if (state.control.empty() || (state.control.back().site != loop.site || loop.site == nullptr)) [[unlikely]]
     if (!machine->LinkLoop(loop, true))
@@ -360,7 +436,7 @@ Next : {
 PushLoop:
   state.control.push_back({CString(), 0, pc->a, true, nullptr});
   NEXT(1);
-Loop : {
+Loop: {
   FastLoop& loop = *static_cast<FastLoop*>(pc[1].Pointer());
   if (state.control.empty() || loop.target == nullptr || state.control.back().position != loop.position) [[unlikely]]
     if (!machine->LinkLoop(loop, false))
@@ -368,6 +444,14 @@ Loop : {
   state.control.pop_back();
   GO_TO(loop.target);
 }
+LoopAgain:
+  if (state.control.empty() || state.control.back().position != pc->a || state.control.back().site != nullptr)
+      [[unlikely]]
+    goto giveUp;
+  NEXT(1);
+PopLoop:
+  state.control.pop_back();
+  NEXT(1);
 
 Join:
   if (!JoinParts(*static_cast<const std::vector<FastPart>*>(pc[1].Pointer()), base, SLOT(a))) [[unlikely]]
@@ -406,11 +490,19 @@ Search:
   RawValues::Double(SLOT(a)) = x;
   NEXT(2);
 
-Call : {
-  if (!machine->EnterCall(pc, base)) [[unlikely]]
+Call: {
+  FastCallee& callee = *static_cast<FastCallee*>(pc[1].Pointer());
+  VariableSlot* const inner = store.FrameAt(state.m_nScopeLevel + 1);
+  if (!machine->CanEnter(callee, inner, base + pc->a)) [[unlikely]]
     goto giveUp;
-  base = store.FrameAt(state.m_nScopeLevel);
-  const FastCallee& callee = *static_cast<const FastCallee*>(pc[1].Pointer());
+  state.fast.frames.push_back({pc + 2, base, static_cast<std::uint32_t>(store.FrameSize()),
+                               static_cast<std::uint32_t>(state.control.size()), state.stop});
+  ++state.m_nScopeLevel;
+  state.stop = false; // a call runs in full, also while the statement that ended the program finishes
+  RawValues::PutUndefined(inner[callee.result]);
+  for (std::size_t i = 0; i < callee.count; ++i)
+    RawValues::Move(inner[callee.slots[i]], base[pc->a + i]);
+  base = inner;
   GO_TO(callee.body);
 }
 Return:
@@ -418,12 +510,25 @@ Return:
     position = pc->a;
     goto leave;
   }
+  {
+    const FastFrame& frame = state.fast.frames.back();
+    const VariableSlot& result = base[frame.Callee().result];
+    if (frame.frameSize == store.FrameSize() && !isForeign && !(state.m_nScopeLevel == 2 && store.MayHoldObjects()) &&
+        !frame.stop && state.control.size() == frame.control &&
+        (frame.IsStatement() || RawValues::CopyToPlain(frame.base[frame.Destination()], result))) [[likely]] {
+      --state.m_nScopeLevel;
+      base = frame.base;
+      pc = frame.pc;
+      state.fast.frames.pop_back();
+      goto *(origin + pc->operation);
+    }
+  }
   state.position = pc->b;
   way = Way::Returned;
-returned : {
+returned: {
   pc = state.fast.frames.back().pc;
-  const bool isStatement = state.fast.frames.back().isStatement;
-  position = state.fast.frames.back().behind;
+  const bool isStatement = state.fast.frames.back().IsStatement();
+  position = state.fast.frames.back().Behind();
   machine->FinishCall(way != Way::Failed);
   base = store.FrameAt(state.m_nScopeLevel);
   if (state.stop || machine->IsStale()) [[unlikely]] {
@@ -431,11 +536,14 @@ returned : {
       goto leave;
     goto giveUp;
   }
-  goto*(origin + pc->operation);
+  // What was found here holds for the calls below as well, until others' code runs again.
+  isForeign = false;
+  goto *(origin + pc->operation);
 }
 BuiltIn:
   if (!machine->RunBuiltIn(pc, base)) [[unlikely]]
     goto giveUp;
+  isForeign = true;
   base = store.FrameAt(state.m_nScopeLevel);
   if (state.stop || machine->IsStale()) [[unlikely]] {
     position = pc[1].c;
@@ -446,5 +554,7 @@ BuiltIn:
   }
   NEXT(2);
 }
+
+// clang-format on
 
 } // namespace brindle

@@ -26,16 +26,22 @@ enum class FastMode {
   Eager // statements are compiled at once, and give up at every so many operations
 };
 
-// A call of a script procedure in progress.
+// A call of a script procedure in progress. What does not change stands in the cells of the call.
 struct FastFrame {
-  const FastCell* pc = nullptr; // where its caller goes on
-  FastCallee* callee = nullptr;
-  std::uint32_t destination = 0;   // slot of the caller
-  std::uint32_t recordedNames = 0; // arguments that the caller's statement has read
-  std::uint32_t behind = 0;        // position behind a "call" statement
-  std::size_t control = 0;
-  bool isStatement = false;
-  bool stop = false; // the caller's
+  const FastCell* pc = nullptr; // where its caller goes on, behind the cells of the call
+  VariableSlot* base = nullptr; // the caller's frame of variables, as long as frames have that size
+  std::uint32_t frameSize = 0;
+  std::uint32_t control = 0; // size of the control stack
+  bool stop = false;         // the caller's
+
+  [[nodiscard]] const FastCallee& Callee() const noexcept { return *static_cast<const FastCallee*>(pc[-1].Pointer()); }
+  // Arguments that the caller's statement has read.
+  [[nodiscard]] std::uint32_t RecordedNames() const noexcept { return pc[-1].b; }
+  // The position behind a "call" statement.
+  [[nodiscard]] std::uint32_t Behind() const noexcept { return pc[-1].c; }
+  // The caller's slot for the value.
+  [[nodiscard]] std::uint32_t Destination() const noexcept { return pc[-2].b; }
+  [[nodiscard]] bool IsStatement() const noexcept { return pc[-2].c != 0; }
 };
 
 // What the fast route of one interpreter holds.
@@ -51,7 +57,7 @@ struct FastState {
   [[nodiscard]] std::size_t RecordedNames() const noexcept {
     std::size_t names = 0;
     for (const FastFrame& frame : frames)
-      names += frame.recordedNames;
+      names += frame.RecordedNames();
     return names;
   }
   // Of the interpreters made from now on.
@@ -90,7 +96,7 @@ private:
   [[nodiscard]] Way GiveUp(const FastCell* pc, const FastCell*& resume);
   [[nodiscard]] Way Leave(std::uint32_t position, const FastCell*& resume);
   [[nodiscard]] Way StepOn(const FastCell*& resume);
-  [[nodiscard]] bool EnterCall(const FastCell* pc, VariableSlot* base);
+  [[nodiscard]] bool CanEnter(const FastCallee& callee, const VariableSlot* inner, const VariableSlot* arguments);
   void FinishCall(bool isComplete);
   [[nodiscard]] bool RunBuiltIn(const FastCell* pc, VariableSlot* base);
   [[nodiscard]] bool LinkLoop(FastLoop& loop, bool isNext);

@@ -12,8 +12,6 @@ namespace brindle {
 
 namespace {
 
-// Frames of the machine are small, but each scope level has variables of its own.
-constexpr std::size_t kDeepestCall = 50000;
 // A statement that gives up more often than this is compiled anew, for the values that it meets now.
 constexpr std::uint32_t kMostBails = 2;
 
@@ -36,10 +34,6 @@ FastMachine::~FastMachine() {
   m_fast.frames.resize(m_depth);
 }
 
-bool FastMachine::IsOutermost() const noexcept {
-  return m_fast.frames.size() == m_depth;
-}
-
 bool FastMachine::IsStale() const noexcept {
   return m_code.layout != m_state.m_mapVariables.Layout() || m_code.functions != CBrindle::m_nFunctionChanges;
 }
@@ -48,7 +42,7 @@ bool FastMachine::IsStale() const noexcept {
 FastMachine::Way FastMachine::Leave(std::uint32_t position, const FastCell*& resume) {
   m_state.position = position;
   m_state.token.command = COMMAND_NONE;
-  if (IsOutermost())
+  if (m_fast.frames.size() == m_depth)
     return Way::Left;
   return m_state.stop ? Way::Returned : StepOn(resume);
 }
@@ -89,15 +83,18 @@ FastMachine::Way FastMachine::GiveUp(const FastCell* pc, const FastCell*& resume
   std::reverse(values.begin(), values.end());
   m_fast.tape.Record(std::move(values));
 
-  if (m_fast.mode != FastMode::Eager && ++statement.bails > kMostBails && statement.entry->code == statement.first) {
-    statement.entry->code = nullptr;
-    statement.first[0].operation = FastCompiler::HandlerOf(FastOperation::Jump);
-    statement.first[1].SetPointer(statement.entry);
+  if (statement.loop != nullptr)
+    m_state.control.pop_back();
+  FastStatement& counted = statement.loop != nullptr ? *statement.loop : statement;
+  if (m_fast.mode != FastMode::Eager && ++counted.bails > kMostBails && counted.entry->code == counted.first) {
+    counted.entry->code = nullptr;
+    counted.first[0].operation = FastCompiler::HandlerOf(FastOperation::Jump);
+    counted.first[1].SetPointer(counted.entry);
   }
 
   m_state.position = statement.entry->position;
   m_interpreter.get_token();
-  if (IsOutermost()) {
+  if (m_fast.frames.size() == m_depth) {
     m_interpreter.Exec_command();
     m_fast.tape.Clear();
     return Way::Left;
@@ -111,35 +108,13 @@ FastMachine::Way FastMachine::GiveUp(const FastCell* pc, const FastCell*& resume
   }
 }
 
-bool FastMachine::EnterCall(const FastCell* pc, VariableSlot* base) {
-  FastCallee& callee = *static_cast<FastCallee*>(pc[1].Pointer());
-  if (m_fast.frames.size() >= kDeepestCall)
-    return false;
-  VariableSlot* const inner = m_state.m_mapVariables.FrameAt(m_state.m_nScopeLevel + 1);
-  VariableSlot* const arguments = base + pc->a;
-  if (!RawValues::IsPlain(RawValues::Kind(inner[callee.result])))
-    return false;
-  for (std::size_t i = 0; i < callee.parameters.size(); ++i)
-    if (!RawValues::IsPlain(RawValues::Kind(inner[callee.parameters[i]])) ||
-        !RawValues::IsPlain(RawValues::Kind(arguments[i])))
-      return false;
-
-  m_fast.frames.push_back({pc + 2, &callee, pc->b, pc[1].b, pc[1].c, m_state.control.size(), pc->c != 0, m_state.stop});
-  ++m_state.m_nScopeLevel;
-  m_state.stop = false; // a call runs in full, also while the statement that ended the program finishes
-  RawValues::PutUndefined(inner[callee.result]);
-  for (std::size_t i = 0; i < callee.parameters.size(); ++i)
-    RawValues::Move(inner[callee.parameters[i]], arguments[i]);
-  return true;
-}
-
 void FastMachine::FinishCall(bool isComplete) {
   const FastFrame frame = m_fast.frames.back();
   VariableStore& store = m_state.m_mapVariables;
-  VariableSlot& target = store.FrameAt(m_state.m_nScopeLevel - 1)[frame.destination];
+  VariableSlot& target = store.FrameAt(m_state.m_nScopeLevel - 1)[frame.Destination()];
   bool hasResult = false;
-  if (!frame.isStatement) {
-    const VariableSlot& result = store.FrameAt(m_state.m_nScopeLevel)[frame.callee->result];
+  if (!frame.IsStatement()) {
+    const VariableSlot& result = store.FrameAt(m_state.m_nScopeLevel)[frame.Callee().result];
     hasResult = isComplete && result.IsDefined();
     if (hasResult) {
       if (!RawValues::IsPlain(RawValues::Kind(target)))
@@ -160,18 +135,16 @@ void FastMachine::FinishCall(bool isComplete) {
     m_state.control.resize(frame.control);
   m_state.stop = m_state.stop || frame.stop;
   m_fast.frames.pop_back();
-  if (!frame.isStatement && !hasResult)
-    store.FrameAt(m_state.m_nScopeLevel)[frame.destination].DefineEmpty();
+  if (!frame.IsStatement() && !hasResult)
+    store.FrameAt(m_state.m_nScopeLevel)[frame.Destination()].DefineEmpty();
 }
 
 bool FastMachine::RunBuiltIn(const FastCell* pc, VariableSlot* base) {
   const FastBuiltIn& function = *static_cast<const FastBuiltIn*>(pc[1].Pointer());
   CBasicVariableArray arguments;
-  for (std::uint32_t i = 0; i < pc->c; ++i) {
-    CBasicVariable argument;
-    RawValues::MoveOut(base[pc->a + i], argument);
-    arguments.Add(std::move(argument));
-  }
+  arguments.SetSize(static_cast<int>(pc->c));
+  for (std::uint32_t i = 0; i < pc->c; ++i)
+    RawValues::MoveOut(base[pc->a + i], arguments[static_cast<int>(i)]);
   // The handler may report: it stands where the executing parser would, before the ")".
   m_state.position = function.closing->start;
   m_state.token.token = function.closing;
@@ -182,8 +155,10 @@ bool FastMachine::RunBuiltIn(const FastCell* pc, VariableSlot* base) {
   (m_interpreter.*function.handler)(result, arguments, function.code);
   if (pc[1].b == 0) {
     VariableSlot& target = m_state.m_mapVariables.FrameAt(m_state.m_nScopeLevel)[pc->b];
-    target.Undefine();
-    target.SetWhole(result);
+    if (!RawValues::IsPlain(RawValues::Kind(target)))
+      target.Undefine();
+    if (!RawValues::MoveItemFrom(target, result))
+      target.SetWhole(result);
   }
   return true;
 }

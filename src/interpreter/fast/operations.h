@@ -6,7 +6,7 @@
 // Operands: S is a slot of the frame whose value is tested, N a temporary that always holds a number, K a number in
 // the data cell. The left operand decides what an operation does, so it must be a number (or text) itself; the right
 // one is converted. Arithmetic ends in a temporary (...N) or in a variable (...S). Branches carry the entry to go to
-// in their data cell and jump when the condition is false.
+// in their data cell; those named If jump when the condition is false, those named While when it is true.
 #pragma once
 
 #include <cstdint>
@@ -26,7 +26,9 @@
   X(SetItem) X(SetItemConstant) X(SetGlobalItem) \
   BRINDLE_FAST_PAIRS(X, IfEqual) BRINDLE_FAST_PAIRS(X, IfNotEqual) BRINDLE_FAST_PAIRS(X, IfLess) \
   BRINDLE_FAST_PAIRS(X, IfLessEqual) BRINDLE_FAST_PAIRS(X, IfGreater) BRINDLE_FAST_PAIRS(X, IfGreaterEqual) \
-  X(IfAbout) X(IfText) X(For) X(Next) X(PushLoop) X(Loop) \
+  BRINDLE_FAST_PAIRS(X, WhileEqual) BRINDLE_FAST_PAIRS(X, WhileNotEqual) BRINDLE_FAST_PAIRS(X, WhileLess) \
+  BRINDLE_FAST_PAIRS(X, WhileLessEqual) BRINDLE_FAST_PAIRS(X, WhileGreater) BRINDLE_FAST_PAIRS(X, WhileGreaterEqual) \
+  X(IfAbout) X(IfText) X(IfTextIs) X(For) X(Next) X(PushLoop) X(Loop) X(LoopAgain) X(PopLoop) \
   X(Join) X(Function1) X(ToInteger) X(Extreme) X(Length) X(Part) X(Search) X(ValueOf) X(Call) X(BuiltIn)
 // clang-format on
 

@@ -25,13 +25,12 @@ FastEntry* CBrindle::CompiledEntry() {
     ++entry.runs;
     return nullptr;
   }
-  // The end of a body is compiled with what stands before it; met on its own it is the executing parser's.
-  if (token.command == COMMAND_RETURN || token.command == COMMAND_ENDFUNCTION || token.command == COMMAND_ENDSUB)
-    return nullptr;
-  if (entry.code != nullptr)
-    return &entry;
-  FastCompiler(*this).Compile(*token.token);
-  return entry.code != nullptr ? &entry : nullptr;
+  const bool endsBody =
+      token.command == COMMAND_RETURN || token.command == COMMAND_ENDFUNCTION || token.command == COMMAND_ENDSUB;
+  if (entry.code == nullptr)
+    FastCompiler(*this).Compile(*token.token);
+  // The end of a body is compiled for what leads to it; met on its own it is the executing parser's.
+  return entry.code != nullptr && !endsBody ? &entry : nullptr;
 }
 
 // Whether the statement whose first token is current has been run, and perhaps many behind it.

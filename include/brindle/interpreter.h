@@ -273,14 +273,21 @@ private:
   void ReadClosingParenthesis();
   bool ExecUserFunction(const CString& name, CBasicVariable& result, Arguments& args, bool isCall);
   bool RunProcedure(const CFuncDesc& function, CBasicVariable& result, Arguments& args, bool isCall);
-  bool BindParameters(Arguments& args);
+  bool BindParameters(const CFuncDesc& function, Arguments& args);
   bool RunBody();
   BodyState StepBody();
   bool ExecCall();
   bool FunctionsFree();
 
-  // ---- calls: host functions, Automation objects (custom_functions.cpp, automation_bridge.cpp)
+  // ---- calls: host functions, routines of libraries (custom_functions.cpp, exec_declare.cpp, external_functions.cpp)
   bool ExecCustomFunction(CFuncDesc& function, CBasicVariable& result, Arguments& args);
+  bool ExecDeclare();
+  bool ReadDeclare(CFuncDesc& function);
+  bool ReadParameterType(std::uint32_t& type);
+  static unsigned long GetReturnTypeDef(CString& name, bool& ok);
+  bool ExecExternalFunction(CFuncDesc& function, CBasicVariable& result, Arguments& args);
+
+  // ---- calls: Automation objects (automation_bridge.cpp)
   bool ExecAutomationMethod(const CString& name, CBasicVariable& result, Arguments& args, bool isCall);
   bool SetObjectProperty(const CString& name, CBasicVariable& value);
   bool FindObject(const CString& dottedName, IDispatch*& object);
@@ -324,6 +331,7 @@ private:
   bool ExecTimerStart();
   bool ExecTimerStop();
   void TimerTick();
+  bool RaiseEvent(const CString& event, Arguments& args);
   void CallHandlers(CStringArray& handlers, Arguments& args);
   bool EventAdd(const CString& event, const CString& handler);
   bool EventRemove(const CString& event, const CString& handler);

@@ -20,8 +20,12 @@ STRICT = ["-std=c++20", "-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Werr
 PUBLIC_CLASSES = ("CBrindle", "CBasicVariable", "CVarBase", "CString", "CBlowFish", "CUserInterface",
                   "CConsoleUserInterface", "CDialogEvents", "CDialogWindow", "CDbf", "CDbfFieldDescriptorEx",
                   "CAttributePair", "CEnvironment", "CWindowUserInterface")
+                  "CAttributePair", "CEnvironment", "CAutomationClasses")
 FREE_FUNCTIONS = ("SysAllocString", "SysAllocStringLen", "SysStringLen", "SysFreeString", "VariantInit",
-                  "VariantClear", "VariantCopy")
+                  "VariantClear", "VariantCopy", "SafeArrayCreate", "SafeArrayCreateVector", "SafeArrayDestroy",
+                  "SafeArrayCopy", "SafeArrayGetDim", "SafeArrayGetElemsize", "SafeArrayGetVartype",
+                  "SafeArrayGetLBound", "SafeArrayGetUBound", "SafeArrayAccessData", "SafeArrayUnaccessData",
+                  "SafeArrayGetElement", "SafeArrayPutElement")
 
 passed = 0
 failed = 0

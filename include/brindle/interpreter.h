@@ -20,6 +20,7 @@ class CMapStringToPtr;
 class CPtrList;
 class CCriticalSection;
 class CTypeStructure;
+class COleVariant;
 struct CStackData;
 
 enum BASIC_TOKEN_TYPE : int;
@@ -33,6 +34,7 @@ enum TYPE_DEFINITION : int;
 namespace brindle {
 struct InterpreterState;
 class ComPort;
+class ObjectReference;
 class ProgramText;
 class ScriptDialog;
 class ScriptMap;
@@ -288,9 +290,18 @@ private:
   bool ExecExternalFunction(CFuncDesc& function, CBasicVariable& result, Arguments& args);
 
   // ---- calls: Automation objects (automation_bridge.cpp)
+  bool ExecCreateObject(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
   bool ExecAutomationMethod(const CString& name, CBasicVariable& result, Arguments& args, bool isCall);
-  bool SetObjectProperty(const CString& name, CBasicVariable& value);
-  bool FindObject(const CString& dottedName, IDispatch*& object);
+  CBasicVariable GetObjectProperty(IDispatch* object, CString name);
+  bool SetObjectProperty(CString name, CBasicVariable& value);
+  bool FindObject(const CString& dottedName, brindle::ObjectReference& object);
+  bool GetDispID(IDispatch* object, const CString& name, std::int32_t& member);
+  bool InvokeMember(IDispatch* object, std::int32_t member, std::uint16_t flags, DISPPARAMS& arguments,
+                    CBasicVariable* result);
+  static COleVariant BasicVarToVariant(CBasicVariable& value);
+  static CBasicVariable VariantToBasicVar(COleVariant& variant);
+  bool HandleAutomationError(long code, EXCEPINFO& info);
+  void ReportAutomation(const CString& text);
 
   // ---- ui: dialogs, property sheets, control access (exec_dialog.cpp, exec_alter.cpp, control_functions.cpp)
   bool ExecDialog();

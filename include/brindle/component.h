@@ -115,6 +115,13 @@ protected:
   /// DISP_E_BADPARAMCOUNT...; a std::exception that it throws is shown to the user by its text.
   virtual HRESULT Call(int member, WORD access, const Arguments& arguments, VARIANT& result) = 0;
 
+  [[nodiscard]] const CString& NameOf(int member) const { return m_names[static_cast<std::size_t>(member)]; }
+  /// One more name, for an object that learns its members later; its position.
+  int AddName(const CString& name) {
+    m_names.push_back(name);
+    return static_cast<int>(m_names.size()) - 1;
+  }
+
   /// The result of a member. An object gets a reference more.
   static HRESULT Return(VARIANT& result, bool value) {
     result.vt = VT_BOOL;

@@ -155,6 +155,8 @@ class Checker:
             target = self.room_of_include(name, included)
             if target == "?":
                 self.fault(name, line, f"includes {included}, whose room is not known")
+            elif room == "components" and "src/" + included in self.files:
+                self.fault(name, line, f"a component includes the library's own {included}")
             elif target is not None:
                 composed = name == COMPOSITION and target in COMPOSED_ROOMS
                 if target not in MAY_INCLUDE[room] and not composed:

@@ -105,6 +105,11 @@ def check_components(prefix, source, build_component, environment, work):
     result = run([runner, "files.bas"], env=environment, cwd=work)
     check("Brindle.FileSystem comes registered", (result.stdout, result.stderr) == ("True\n", ""), result.stderr)
 
+    if list(prefix.glob("lib*/**/libbrindle-dbus.so")):
+        (work / "bus.bas").write_text('o = createobject("dbus:")\n', encoding="utf-8")
+        result = run([runner, "bus.bas"], env=environment, cwd=work)
+        check("the plug-in for D-Bus is found", result.stderr == 'D-Bus: "dbus:" names no service\n', result.stderr)
+
     guide = (source / "docs" / "components.md").read_text(encoding="utf-8")
     blocks = dict(re.findall(r"^```(cpp|basic)\n(.*?)^```$", guide, re.MULTILINE | re.DOTALL))
     (work / "counter.cpp").write_text(blocks["cpp"], encoding="utf-8")

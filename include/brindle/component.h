@@ -80,9 +80,13 @@ public:
                                    EXCEPINFO* exception, UINT*) override {
     if (member < 0 || static_cast<std::size_t>(member) >= m_names.size())
       return DISP_E_MEMBERNOTFOUND;
-    VARIANT dropped;
-    VariantInit(&dropped);
-    HRESULT code = S_OK;
+    struct Dropped { // a result that nobody asked for
+      Dropped() { VariantInit(&value); }
+      Dropped(const Dropped&) = delete;
+      Dropped& operator=(const Dropped&) = delete;
+      ~Dropped() { VariantClear(&value); }
+      VARIANT value;
+    } dropped;
     try {
       Arguments arguments;
       for (UINT i = passed->cArgs; i > 0; --i) {
@@ -90,17 +94,15 @@ public:
         if (const VARIANT& value = passed->rgvarg[i - 1]; !arguments.back().SetValue(value) && value.vt > VT_NULL)
           return DISP_E_TYPEMISMATCH;
       }
-      code = Call(member, access, arguments, result != nullptr ? *result : dropped);
+      return Call(member, access, arguments, result != nullptr ? *result : dropped.value);
     } catch (const std::exception& failure) {
-      code = DISP_E_EXCEPTION;
       if (exception != nullptr) {
         *exception = EXCEPINFO{};
         exception->scode = E_FAIL;
         exception->bstrDescription = SysAllocString(CString::FromUtf8(failure.what()));
       }
     }
-    VariantClear(&dropped);
-    return code;
+    return DISP_E_EXCEPTION;
   }
 
 protected:

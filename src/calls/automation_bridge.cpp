@@ -95,8 +95,8 @@ bool CBrindle::InvokeMember(IDispatch* object, DISPID member, WORD flags, DISPPA
         return S_OK;
       },
       thrown);
-  if (!thrown.IsEmpty())
-    ReportAutomation(thrown);
+  if (FAILED(taken))
+    ReportAutomation(thrown.IsEmpty() ? ResultText(taken) : thrown);
   return SUCCEEDED(taken);
 }
 

@@ -88,12 +88,18 @@ bool CBrindle::RaiseEvent(const CString& event, Arguments& arguments) {
 
 bool CBrindle::EventThrow(const CString& event, Arguments& arguments) {
   // None of these is a variable of the script: what a declared function writes back has nowhere to go.
-  CStringArray& names = m_pState->m_arrTemporaries;
-  const int recordedNames = names.GetSize();
-  names.SetSize(recordedNames + arguments.GetSize());
-  const bool thrown = RaiseEvent(event, arguments);
-  names.SetSize(recordedNames);
-  return thrown;
+  struct NoNames {
+    NoNames(CStringArray& recorded, int count) : names(recorded), before(recorded.GetSize()) {
+      names.SetSize(before + count);
+    }
+    NoNames(const NoNames&) = delete;
+    NoNames& operator=(const NoNames&) = delete;
+    ~NoNames() { names.SetSize(before); }
+    CStringArray& names;
+    int before;
+  };
+  const NoNames scope(m_pState->m_arrTemporaries, arguments.GetSize());
+  return RaiseEvent(event, arguments);
 }
 
 bool CBrindle::EventThrow(const CString& event, CBasicVariable* value) {

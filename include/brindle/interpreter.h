@@ -292,8 +292,8 @@ private:
   // ---- calls: Automation objects (automation_bridge.cpp)
   bool ExecCreateObject(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
   bool ExecAutomationMethod(const CString& name, CBasicVariable& result, Arguments& args, bool isCall);
-  CBasicVariable GetObjectProperty(IDispatch* object, CString name);
-  bool SetObjectProperty(CString name, CBasicVariable& value);
+  CBasicVariable GetObjectProperty(IDispatch* object, const CString& name);
+  bool SetObjectProperty(const CString& name, CBasicVariable& value);
   bool FindObject(const CString& dottedName, brindle::ObjectReference& object);
   bool GetDispID(IDispatch* object, const CString& name, std::int32_t& member);
   bool InvokeMember(IDispatch* object, std::int32_t member, std::uint16_t flags, DISPPARAMS& arguments,

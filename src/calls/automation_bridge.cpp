@@ -126,7 +126,7 @@ bool CBrindle::ExecAutomationMethod(const CString& name, CBasicVariable& result,
 }
 
 // Not set, without an error, for a name that the object does not know.
-CBasicVariable CBrindle::GetObjectProperty(IDispatch* object, CString name) {
+CBasicVariable CBrindle::GetObjectProperty(IDispatch* object, const CString& name) {
   CBasicVariable value;
   DISPID member = DISPID_UNKNOWN;
   if (GetDispID(object, name, member)) {
@@ -143,7 +143,7 @@ void CBrindle::ReadProperty(CBasicVariable& result) {
     result = GetObjectProperty(object.Get(), PartBehindDot(name));
 }
 
-bool CBrindle::SetObjectProperty(CString name, CBasicVariable& value) {
+bool CBrindle::SetObjectProperty(const CString& name, CBasicVariable& value) {
   ObjectReference object;
   if (!FindObject(name, object))
     return false;

@@ -25,7 +25,7 @@ VARIANT Dereferenced(const VARIANT& reference) {
   }
   value.vt = kind;
   if ((kind & VT_ARRAY) != 0) {
-    std::memcpy(&value.parray, reference.byref, sizeof value.parray);
+    std::memcpy(&value.parray, reference.byref, sizeof(void*));
     return value;
   }
   switch (kind) {

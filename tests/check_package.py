@@ -20,8 +20,8 @@ import tempfile
 STRICT = ["-std=c++20", "-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Werror"]
 PUBLIC_CLASSES = ("CBrindle", "CBasicVariable", "CVarBase", "CString", "CBlowFish", "CUserInterface",
                   "CConsoleUserInterface", "CDialogEvents", "CDialogWindow", "CDbf", "CDbfFieldDescriptorEx",
-                  "CAttributePair", "CEnvironment", "CWindowUserInterface")
-                  "CAttributePair", "CEnvironment", "CAutomationClasses")
+                  "CAttributePair", "CEnvironment", "CWindowUserInterface",
+                  "CAutomationClasses")
 FREE_FUNCTIONS = ("SysAllocString", "SysAllocStringLen", "SysStringLen", "SysFreeString", "VariantInit",
                   "VariantClear", "VariantCopy", "SafeArrayCreate", "SafeArrayCreateVector", "SafeArrayDestroy",
                   "SafeArrayCopy", "SafeArrayGetDim", "SafeArrayGetElemsize", "SafeArrayGetVartype",

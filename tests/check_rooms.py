@@ -165,9 +165,6 @@ class Checker:
                 self.fault(name, line, f"includes {included}, which does not exist")
             elif QT_HEADER.fullmatch(included) and not name.startswith("src/ui/qt/"):
                 self.fault(name, line, f"only src/ui/qt includes headers of Qt (<{included}>)")
-            elif self.is_system_header(included) and room not in ("platform", "tools"):
-            elif room == "components" and match.group(1) is not None and "src/" + included in self.files:
-                self.fault(name, line, f"a component includes the library's own {included}")
             elif self.is_system_header(included) and room not in ("platform", "tools", "components"):
                 self.fault(name, line, f"only platform includes system headers (<{included}>)")
             elif self.is_system_header(included) and name.startswith("include/"):

@@ -5,12 +5,13 @@ Usage: check_package.py --build BUILD_DIR --source SOURCE_DIR --compiler CXX [--
 
 Checks that every public header compiles alone under strict warnings, that the shared library exports the public
 classes and nothing of the inner rooms, and that examples/host builds against the installed files through
-pkg-config and through find_package, and runs.
+pkg-config and through find_package, and runs. The server library of docs/components.md is built, registered and used.
 """
 
 import argparse
 import os
 import pathlib
+import re
 import shlex
 import subprocess
 import sys
@@ -19,9 +20,13 @@ import tempfile
 STRICT = ["-std=c++20", "-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Werror"]
 PUBLIC_CLASSES = ("CBrindle", "CBasicVariable", "CVarBase", "CString", "CBlowFish", "CUserInterface",
                   "CConsoleUserInterface", "CDialogEvents", "CDialogWindow", "CDbf", "CDbfFieldDescriptorEx",
-                  "CAttributePair", "CEnvironment", "CWindowUserInterface")
+                  "CAttributePair", "CEnvironment", "CWindowUserInterface",
+                  "CAutomationClasses")
 FREE_FUNCTIONS = ("SysAllocString", "SysAllocStringLen", "SysStringLen", "SysFreeString", "VariantInit",
-                  "VariantClear", "VariantCopy")
+                  "VariantClear", "VariantCopy", "SafeArrayCreate", "SafeArrayCreateVector", "SafeArrayDestroy",
+                  "SafeArrayCopy", "SafeArrayGetDim", "SafeArrayGetElemsize", "SafeArrayGetVartype",
+                  "SafeArrayGetLBound", "SafeArrayGetUBound", "SafeArrayAccessData", "SafeArrayUnaccessData",
+                  "SafeArrayGetElement", "SafeArrayPutElement")
 
 passed = 0
 failed = 0
@@ -91,6 +96,37 @@ def check_host(name, command, program, script, environment, cwd):
     check(f"{name}: runs", ran.returncode == 0 and ran.stdout == "Battery at 80 %\n", ran.stdout + ran.stderr)
 
 
+def check_components(prefix, source, build_component, environment, work):
+    """The class that ships is found by the installed files alone; the guide's library is built and used."""
+    runner = str(prefix / "bin" / "brindle")
+    environment = dict(environment, XDG_DATA_HOME=str(work / "data"), XDG_DATA_DIRS="/nowhere")
+    script = work / "files.bas"
+    script.write_text('fs = createobject("Brindle.FileSystem")\nprint fs.exists("files.bas")\n', encoding="utf-8")
+    result = run([runner, "files.bas"], env=environment, cwd=work)
+    check("Brindle.FileSystem comes registered", (result.stdout, result.stderr) == ("True\n", ""), result.stderr)
+
+    if list(prefix.glob("lib*/**/libbrindle-dbus.so")):
+        (work / "bus.bas").write_text('o = createobject("dbus:")\n', encoding="utf-8")
+        result = run([runner, "bus.bas"], env=environment, cwd=work)
+        check("the plug-in for D-Bus is found", result.stderr == 'D-Bus: "dbus:" names no service\n', result.stderr)
+
+    guide = (source / "docs" / "components.md").read_text(encoding="utf-8")
+    blocks = dict(re.findall(r"^```(cpp|basic)\n(.*?)^```$", guide, re.MULTILINE | re.DOTALL))
+    (work / "counter.cpp").write_text(blocks["cpp"], encoding="utf-8")
+    (work / "counter.bas").write_text(blocks["basic"], encoding="utf-8")
+    built = run(build_component, cwd=work, env=environment, shell=True)
+    check("the guide's library builds", built.returncode == 0, built.stdout + built.stderr)
+    result = run([runner, "register", "counter.so"], env=environment, cwd=work)
+    check("it is registered", (result.returncode, result.stdout, result.stderr) == (0, "", ""), result.stderr)
+    result = run([runner, "counter.bas"], env=environment, cwd=work)
+    check("the guide's script uses it", (result.stdout, result.stderr) ==
+          ("8 7\n", "The counter goes up to 1000\n"), result.stdout + result.stderr)
+    result = run([runner, "unregister", "counter.so"], env=environment, cwd=work)
+    check("it is unregistered", (result.returncode, result.stdout, result.stderr) == (0, "", ""), result.stderr)
+    result = run([runner, "counter.bas"], env=environment, cwd=work)
+    check("and not found any more", "Invalid class string (Example.Counter)" in result.stderr, result.stderr)
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--build", required=True, type=pathlib.Path)
@@ -130,6 +166,9 @@ def main():
                    f"{options.compiler} -std=c++20 {options.flags} {shlex.quote(str(host / 'main.cpp'))} "
                    f"-o host {package}",
                    work / "host", script, environment, work)
+        check_components(prefix, options.source,
+                         f"{options.compiler} -std=c++20 -Wall -Wextra -Wpedantic -Werror {options.flags} -shared "
+                         f"-fPIC counter.cpp -o counter.so {package}", environment, work)
         build = work / "build"
         check_host("find_package",
                    f"cmake -S {shlex.quote(str(host))} -B build -DCMAKE_PREFIX_PATH={shlex.quote(str(prefix))} "

@@ -7,6 +7,8 @@ of the rooms that its room stands on, nothing else:
 
     platform <- values <- interpreter <- data, calls, io <- ui <- tools
 
+Components, which stand beside the library, include public headers only.
+
 data, calls and io do not know each other.  The one exception is the
 composition header src/interpreter/state.h, which puts the state classes of
 these three rooms together.  Only src/platform includes headers of the
@@ -32,6 +34,7 @@ MAY_INCLUDE = {
     "io": BELOW_DATA | {"io"},
     "ui": BELOW_DATA | {"data", "calls", "io", "ui"},
     "tools": BELOW_DATA | {"data", "calls", "io", "ui", "tools"},
+    "components": BELOW_DATA | {"calls", "components"},  # public headers only
 }
 
 COMPOSITION = "src/interpreter/state.h"
@@ -81,7 +84,7 @@ class Checker:
         self.faults = []
         self.public_rooms = {}
         self.files = {}
-        for folder in ("include/brindle", "src", "tools"):
+        for folder in ("include/brindle", "src", "tools", "components"):
             for path in sorted((root / folder).rglob("*")):
                 if path.is_file() and path.suffix in SOURCE_ENDINGS:
                     self.files[path.relative_to(root).as_posix()] = path.read_text(encoding="utf-8")
@@ -108,8 +111,8 @@ class Checker:
         parts = name.split("/")
         if parts[0] == "src":
             return parts[1] if len(parts) > 2 else None
-        if parts[0] == "tools":
-            return "tools"
+        if parts[0] in ("tools", "components"):
+            return parts[0]
         return self.public_rooms.get("brindle/" + parts[-1])
 
     def room_of_include(self, name, included):
@@ -152,6 +155,8 @@ class Checker:
             target = self.room_of_include(name, included)
             if target == "?":
                 self.fault(name, line, f"includes {included}, whose room is not known")
+            elif room == "components" and "src/" + included in self.files:
+                self.fault(name, line, f"a component includes the library's own {included}")
             elif target is not None:
                 composed = name == COMPOSITION and target in COMPOSED_ROOMS
                 if target not in MAY_INCLUDE[room] and not composed:
@@ -160,7 +165,7 @@ class Checker:
                 self.fault(name, line, f"includes {included}, which does not exist")
             elif QT_HEADER.fullmatch(included) and not name.startswith("src/ui/qt/"):
                 self.fault(name, line, f"only src/ui/qt includes headers of Qt (<{included}>)")
-            elif self.is_system_header(included) and room not in ("platform", "tools"):
+            elif self.is_system_header(included) and room not in ("platform", "tools", "components"):
                 self.fault(name, line, f"only platform includes system headers (<{included}>)")
             elif self.is_system_header(included) and name.startswith("include/"):
                 if (name, included) not in ALLOWED_SYSTEM_HEADERS:
@@ -235,6 +240,7 @@ BAD_TREES = [
     ("public system header", {"include/brindle/more.h": header("platform", "#include <poll.h>")}, "<poll.h>"),
     ("allowed header elsewhere", {"include/brindle/more.h": header("platform", "#include <sys/single_threaded.h>")},
      "<sys/single_threaded.h>"),
+    ("component inside", {"components/x/a.cpp": '#include "platform/file.h"\n'}, "the library's own platform/file.h"),
     ("file outside the rooms", {"src/x.cpp": "int x;\n"}, "belongs to no room"),
     ("folder that is no room", {"src/attic/x.cpp": "int x;\n"}, "belongs to no room"),
 ]

@@ -82,11 +82,14 @@ inline constexpr HRESULT E_POINTER = brindle::detail::Result(0x80004003U);
 inline constexpr HRESULT E_ABORT = brindle::detail::Result(0x80004004U);
 inline constexpr HRESULT E_FAIL = brindle::detail::Result(0x80004005U);
 inline constexpr HRESULT E_UNEXPECTED = brindle::detail::Result(0x8000FFFFU);
+inline constexpr HRESULT E_ACCESSDENIED = brindle::detail::Result(0x80070005U);
 inline constexpr HRESULT E_OUTOFMEMORY = brindle::detail::Result(0x8007000EU);
 inline constexpr HRESULT E_INVALIDARG = brindle::detail::Result(0x80070057U);
 inline constexpr HRESULT CLASS_E_NOAGGREGATION = brindle::detail::Result(0x80040110U);
+inline constexpr HRESULT CLASS_E_CLASSNOTAVAILABLE = brindle::detail::Result(0x80040111U);
 inline constexpr HRESULT REGDB_E_CLASSNOTREG = brindle::detail::Result(0x80040154U);
 inline constexpr HRESULT CO_E_CLASSSTRING = brindle::detail::Result(0x800401F3U);
+inline constexpr HRESULT CO_E_DLLNOTFOUND = brindle::detail::Result(0x800401F8U);
 inline constexpr HRESULT DISP_E_UNKNOWNINTERFACE = brindle::detail::Result(0x80020001U);
 inline constexpr HRESULT DISP_E_MEMBERNOTFOUND = brindle::detail::Result(0x80020003U);
 inline constexpr HRESULT DISP_E_PARAMNOTFOUND = brindle::detail::Result(0x80020004U);
@@ -173,7 +176,21 @@ protected:
 struct ITypeInfo;
 struct IRecordInfo;
 struct IDispatch;
-struct SAFEARRAY;
+
+struct SAFEARRAYBOUND {
+  ULONG cElements;
+  LONG lLbound;
+};
+
+/// An array of values of one kind. The bounds of the last dimension come first.
+struct SAFEARRAY {
+  USHORT cDims;
+  USHORT fFeatures;
+  ULONG cbElements;
+  ULONG cLocks;
+  PVOID pvData;
+  SAFEARRAYBOUND rgsabound[1];
+};
 
 union CY {
   std::int64_t int64;
@@ -270,9 +287,30 @@ extern "C" BRINDLE_API BSTR SysAllocStringLen(const OLECHAR* text, UINT length);
 extern "C" BRINDLE_API UINT SysStringLen(BSTR text);
 extern "C" BRINDLE_API void SysFreeString(BSTR text);
 extern "C" BRINDLE_API void VariantInit(VARIANTARG* value);
-/// Frees what the value owns (a text, a reference) and makes it empty.
+/// Frees what the value owns (a text, a reference, an array) and makes it empty.
 extern "C" BRINDLE_API HRESULT VariantClear(VARIANTARG* value);
-/// Clears `target` and makes it a copy of `source`: texts are duplicated, references added.
+/// Clears `target` and makes it a copy of `source`: texts and arrays are duplicated, references added.
 extern "C" BRINDLE_API HRESULT VariantCopy(VARIANTARG* target, const VARIANTARG* source);
+
+/// A zeroed array; null for a kind that arrays cannot hold, for no dimension, and when memory runs out. Whoever holds
+/// it frees it with SafeArrayDestroy, or puts it into a value that VariantClear clears.
+extern "C" BRINDLE_API SAFEARRAY* SafeArrayCreate(VARTYPE kind, UINT dimensions, SAFEARRAYBOUND* bounds);
+extern "C" BRINDLE_API SAFEARRAY* SafeArrayCreateVector(VARTYPE kind, LONG lowerBound, ULONG count);
+/// Frees the array with what its elements own. Null is fine; DISP_E_ARRAYISLOCKED while somebody accesses it.
+extern "C" BRINDLE_API HRESULT SafeArrayDestroy(SAFEARRAY* array);
+extern "C" BRINDLE_API HRESULT SafeArrayCopy(SAFEARRAY* array, SAFEARRAY** copy);
+extern "C" BRINDLE_API UINT SafeArrayGetDim(SAFEARRAY* array);
+extern "C" BRINDLE_API UINT SafeArrayGetElemsize(SAFEARRAY* array);
+extern "C" BRINDLE_API HRESULT SafeArrayGetVartype(SAFEARRAY* array, VARTYPE* kind);
+/// Dimensions count from 1.
+extern "C" BRINDLE_API HRESULT SafeArrayGetLBound(SAFEARRAY* array, UINT dimension, LONG* bound);
+extern "C" BRINDLE_API HRESULT SafeArrayGetUBound(SAFEARRAY* array, UINT dimension, LONG* bound);
+/// The elements, one behind the other, until SafeArrayUnaccessData.
+extern "C" BRINDLE_API HRESULT SafeArrayAccessData(SAFEARRAY* array, void** data);
+extern "C" BRINDLE_API HRESULT SafeArrayUnaccessData(SAFEARRAY* array);
+/// Copy one element out / in: `value` points at a value of the array's kind (a text or a pointer itself when putting).
+/// `indices` has one index a dimension, the first dimension's first.
+extern "C" BRINDLE_API HRESULT SafeArrayGetElement(SAFEARRAY* array, LONG* indices, void* value);
+extern "C" BRINDLE_API HRESULT SafeArrayPutElement(SAFEARRAY* array, LONG* indices, void* value);
 
 #endif

@@ -3,8 +3,11 @@
 // Invariant: brings in every public header.
 #pragma once
 
+#include "brindle/automation.h"
+#include "brindle/automation_classes.h"
 #include "brindle/blowfish.h"
 #include "brindle/collections.h"
+#include "brindle/component.h"
 #include "brindle/console_user_interface.h"
 #include "brindle/dbf.h"
 #include "brindle/dialog.h"

@@ -25,6 +25,10 @@ public:
   /// UTF-8 survive the way there and back.
   [[nodiscard]] static CString PathFromNative(std::string_view path);
 
+  /// The path to give to the system for a path as scripts write it: "\" works as "/", and what does not exist as
+  /// written is looked up without regard to letter case. The other way is PathFromNative.
+  [[nodiscard]] static std::string PathToNative(const CString& path);
+
   /// Makes a file that reaches the process's size limit fail like a full disk, which scripts and tables
   /// report, where the system would end the process by a signal. Child processes are started without it.
   static void ReportFileSizeLimits();

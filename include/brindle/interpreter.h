@@ -20,6 +20,7 @@ class CMapStringToPtr;
 class CPtrList;
 class CCriticalSection;
 class CTypeStructure;
+class COleVariant;
 struct CStackData;
 
 enum BASIC_TOKEN_TYPE : int;
@@ -33,6 +34,7 @@ enum TYPE_DEFINITION : int;
 namespace brindle {
 struct InterpreterState;
 class ComPort;
+class ObjectReference;
 class ProgramText;
 class ScriptDialog;
 class ScriptMap;
@@ -273,17 +275,33 @@ private:
   void ReadClosingParenthesis();
   bool ExecUserFunction(const CString& name, CBasicVariable& result, Arguments& args, bool isCall);
   bool RunProcedure(const CFuncDesc& function, CBasicVariable& result, Arguments& args, bool isCall);
-  bool BindParameters(Arguments& args);
+  bool BindParameters(const CFuncDesc& function, Arguments& args);
   bool RunBody();
   BodyState StepBody();
   bool ExecCall();
   bool FunctionsFree();
 
-  // ---- calls: host functions, Automation objects (custom_functions.cpp, automation_bridge.cpp)
+  // ---- calls: host functions, routines of libraries (custom_functions.cpp, exec_declare.cpp, external_functions.cpp)
   bool ExecCustomFunction(CFuncDesc& function, CBasicVariable& result, Arguments& args);
+  bool ExecDeclare();
+  bool ReadDeclare(CFuncDesc& function);
+  bool ReadParameterType(std::uint32_t& type);
+  static unsigned long GetReturnTypeDef(CString& name, bool& ok);
+  bool ExecExternalFunction(CFuncDesc& function, CBasicVariable& result, Arguments& args);
+
+  // ---- calls: Automation objects (automation_bridge.cpp)
+  bool ExecCreateObject(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
   bool ExecAutomationMethod(const CString& name, CBasicVariable& result, Arguments& args, bool isCall);
+  CBasicVariable GetObjectProperty(IDispatch* object, const CString& name);
   bool SetObjectProperty(const CString& name, CBasicVariable& value);
-  bool FindObject(const CString& dottedName, IDispatch*& object);
+  bool FindObject(const CString& dottedName, brindle::ObjectReference& object);
+  bool GetDispID(IDispatch* object, const CString& name, std::int32_t& member);
+  bool InvokeMember(IDispatch* object, std::int32_t member, std::uint16_t flags, DISPPARAMS& arguments,
+                    CBasicVariable* result);
+  static COleVariant BasicVarToVariant(CBasicVariable& value);
+  static CBasicVariable VariantToBasicVar(COleVariant& variant);
+  bool HandleAutomationError(long code, EXCEPINFO& info);
+  void ReportAutomation(const CString& text);
 
   // ---- ui: dialogs, property sheets, control access (exec_dialog.cpp, exec_alter.cpp, control_functions.cpp)
   bool ExecDialog();
@@ -324,6 +342,7 @@ private:
   bool ExecTimerStart();
   bool ExecTimerStop();
   void TimerTick();
+  bool RaiseEvent(const CString& event, Arguments& args);
   void CallHandlers(CStringArray& handlers, Arguments& args);
   bool EventAdd(const CString& event, const CString& handler);
   bool EventRemove(const CString& event, const CString& handler);

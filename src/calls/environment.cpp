@@ -15,6 +15,10 @@ CString CEnvironment::PathFromNative(std::string_view path) {
   return CString(brindle::PathFromNative(path));
 }
 
+std::string CEnvironment::PathToNative(const CString& path) {
+  return brindle::ResolvePath(path.View());
+}
+
 void CEnvironment::ReportFileSizeLimits() {
   brindle::IgnoreFileSizeSignal();
 }

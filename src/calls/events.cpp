@@ -59,6 +59,7 @@ bool CBrindle::EventsFree() {
 // The list is live: what a handler attaches is called as well, what it removes is not, and the others keep their
 // turn. Each is called once, so that one which attaches itself anew does not go round for ever.
 void CBrindle::CallHandlers(CStringArray& handlers, Arguments& args) {
+  const int recordedNames = m_pState->m_arrTemporaries.GetSize();
   std::unordered_set<CString> called;
   for (int i = 0; i < handlers.GetSize();) {
     const CString handler = handlers[i];
@@ -68,11 +69,13 @@ void CBrindle::CallHandlers(CStringArray& handlers, Arguments& args) {
     }
     CBasicVariable dropped;
     ExecUserFunction(handler, dropped, args, true);
+    m_pState->m_arrTemporaries.SetSize(recordedNames);
     i = 0; // the list may be another one now
   }
 }
 
-bool CBrindle::EventThrow(const CString& event, Arguments& arguments) {
+// The names of the arguments that are variables have been recorded.
+bool CBrindle::RaiseEvent(const CString& event, Arguments& arguments) {
   CStringArray* handlers = EventFind(event);
   if (handlers == nullptr)
     return false;
@@ -81,6 +84,22 @@ bool CBrindle::EventThrow(const CString& event, Arguments& arguments) {
   else
     RunHandlers(*handlers, arguments);
   return true;
+}
+
+bool CBrindle::EventThrow(const CString& event, Arguments& arguments) {
+  // None of these is a variable of the script: what a declared function writes back has nowhere to go.
+  struct NoNames {
+    NoNames(CStringArray& recorded, int count) : names(recorded), before(recorded.GetSize()) {
+      names.SetSize(before + count);
+    }
+    NoNames(const NoNames&) = delete;
+    NoNames& operator=(const NoNames&) = delete;
+    ~NoNames() { names.SetSize(before); }
+    CStringArray& names;
+    int before;
+  };
+  const NoNames scope(m_pState->m_arrTemporaries, arguments.GetSize());
+  return RaiseEvent(event, arguments);
 }
 
 bool CBrindle::EventThrow(const CString& event, CBasicVariable* value) {

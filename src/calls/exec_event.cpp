@@ -48,7 +48,7 @@ bool CBrindle::ExecThrow() {
   const int recordedNames = m_pState->m_arrTemporaries.GetSize();
   Arguments args;
   GetParamList(args);
-  const bool thrown = EventThrow(event, args);
+  const bool thrown = RaiseEvent(event, args);
   m_pState->m_arrTemporaries.SetSize(recordedNames);
   ReadClosingParenthesis();
   return thrown;

@@ -62,6 +62,10 @@ bool CBrindle::ExecUserFunction(const CString& name, CBasicVariable& result, Arg
   case FUNCTION_AUTOMATION: return ExecAutomationMethod(name, result, args, isCall);
   case FUNCTION_HOST: return ExecCustomFunction(*function, result, args);
   case FUNCTION_SCRIPT: return RunProcedure(*function, result, args, isCall);
+  case FUNCTION_EXTERNAL:
+    // Deliberate: only a declared function reaches its library, a declared sub is run as a procedure.
+    return function->m_nKind == CFuncDesc::kExternalFunction ? ExecExternalFunction(*function, result, args)
+                                                             : RunProcedure(*function, result, args, isCall);
   default: break;
   }
   if (function->m_pHandler == nullptr)
@@ -73,7 +77,7 @@ bool CBrindle::RunProcedure(const CFuncDesc& function, CBasicVariable& result, A
   const CString name = function.m_strName;
   ProcedureScope scope(*this, function);
   VariableUndefine(name); // the result starts undefined
-  bool done = BindParameters(args) && RunBody();
+  bool done = BindParameters(function, args) && RunBody();
   if (done && !isCall) {
     const VariableSlot* value = FindSlot(name);
     if (value != nullptr) {
@@ -87,9 +91,10 @@ bool CBrindle::RunProcedure(const CFuncDesc& function, CBasicVariable& result, A
 }
 
 // The parameter list stands behind the name in the definition.
-bool CBrindle::BindParameters(Arguments& args) {
+bool CBrindle::BindParameters(const CFuncDesc& function, Arguments& args) {
   get_token();
-  if (!IsDelimiter(u'('))
+  // A declared sub has no definition: the program's first token, whatever it is, is none.
+  if (!IsDelimiter(u'(') || function.m_nKind == CFuncDesc::kExternalSub)
     return Fail(kErrorFunctionDefinition);
   get_token();
   for (int i = 0; m_pState->token.kind == TOKEN_VARIABLE; ++i) {

@@ -23,15 +23,6 @@ template <class T> void Store(std::byte* to, T value) {
   std::memcpy(to, &value, sizeof value);
 }
 
-// To the nearest, as the machine would: what rounds to more than the largest number is infinite.
-float Narrowed(double value) {
-  constexpr double kLargest = std::numeric_limits<float>::max();
-  constexpr double kInfiniteFrom = 0x1.ffffffp+127; // half a step beyond it
-  if (std::fabs(value) >= kInfiniteFrom)
-    return value < 0 ? -std::numeric_limits<float>::infinity() : std::numeric_limits<float>::infinity();
-  return static_cast<float>(std::clamp(value, -kLargest, kLargest));
-}
-
 // The zero-terminated text that starts the field; it ends with the field at the latest.
 CString InlineText(const std::byte* from, std::size_t bytes) {
   std::u16string text;
@@ -114,7 +105,7 @@ bool CTypeStructure::WriteField(const CString& name, int index, const CBasicVari
   case TD_CHAR: Store(element, static_cast<std::uint8_t>(brindle::ToInt32(number))); return true;
   case TD_WORD: Store(element, static_cast<std::uint16_t>(brindle::ToUint32(number))); return true;
   case TD_INTEGER: Store(element, brindle::ToInt32(number)); return true;
-  case TD_FLOAT: Store(element, Narrowed(number)); return true;
+  case TD_FLOAT: Store(element, brindle::ToFloat(number)); return true;
   case TD_DOUBLE: Store(element, number); return true;
   case TD_STRING: return true; // accepted and ignored
   default: return false;

@@ -56,7 +56,7 @@ bool CBrindle::Exec_command() {
   case COMMAND_ALTER: ExecAlterControl(); break;
   case COMMAND_SETFOCUS: ExecSetFocus(); break;
   case COMMAND_PROPERTYSHEET: ExecPropertySheet(); break;
-  case COMMAND_DECLARE: ReportError(kErrorUnsupportedKeyword); break;
+  case COMMAND_DECLARE: ExecDeclare(); break;
   default: return false; // a word such as "then" or "endif" on its own is stepped over
   }
   return true;

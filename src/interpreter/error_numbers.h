@@ -26,6 +26,8 @@ enum ErrorNumber : int {
   kErrorFunctionCall = 22,
   kErrorFunctionDefinition = 23,
   kErrorParameterCount = 24,
+  kErrorLibraryName = 25,
+  kErrorRoutineName = 26,
   kErrorDuplicateFunction = 27,
   kErrorFunctionInMain = 28,
   kErrorInvalidKeyword = 29,

@@ -145,10 +145,3 @@ void CBrindle::ReadVariable(CBasicVariable& result) {
   }
   get_token();
 }
-
-void CBrindle::ReadProperty(CBasicVariable& result) {
-  // No property of an object can be reached yet: like an unknown one, it reads as not set.
-  IDispatch* object = nullptr;
-  if (FindObject(m_pState->token.Text(), object))
-    result = CBasicVariable();
-}

@@ -37,10 +37,10 @@ public:
   Kind m_nKind = kNone;
   std::uint32_t m_nPosition = 0;
   CArray<std::uint32_t> m_parameterTypes;
-  CString m_strReturnType;
   std::uint32_t m_nReturnType = 0;
   BrindleCallback m_pCallback = nullptr;
   Handler m_pHandler = nullptr;
-  int m_nValue = 0; // what the host registered with its callback
+  int m_nValue = 0;           // what the host registered with its callback
+  void* m_pRoutine = nullptr; // of a declared function, once it was found: libraries stay loaded
   std::shared_ptr<brindle::ProgramText> m_pProgram;
 };

@@ -116,7 +116,7 @@ bool CBrindle::BuildFunctionTable() {
       BuiltIn{u"comportread", FUNCTION_COMPORTREAD, &CBrindle::ExecComPortOperation},
       BuiltIn{u"comportwrite", FUNCTION_COMPORTWRITE, &CBrindle::ExecComPortOperation},
 
-      BuiltIn{u"createobject", FUNCTION_CREATEOBJECT, nullptr},
+      BuiltIn{u"createobject", FUNCTION_CREATEOBJECT, &CBrindle::ExecCreateObject},
 
       BuiltIn{u"getvarstats", FUNCTION_GETVARSTATS, &CBrindle::ExecGetVarStats},
 

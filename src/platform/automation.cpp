@@ -58,16 +58,29 @@ void VariantInit(VARIANTARG* value) {
   std::memset(value, 0, sizeof *value);
 }
 
+namespace {
+
+bool IsArray(const VARIANTARG& value) {
+  return (value.vt & VT_ARRAY) != 0 && (value.vt & VT_BYREF) == 0;
+}
+
+} // namespace
+
 HRESULT VariantClear(VARIANTARG* value) {
-  if ((value->vt & (VT_ARRAY | VT_BYREF)) == 0) {
-    if (value->vt == VT_BSTR)
-      SysFreeString(value->bstrVal);
-    else if ((value->vt == VT_DISPATCH || value->vt == VT_UNKNOWN) && value->punkVal != nullptr)
-      value->punkVal->Release();
-  } else if ((value->vt & VT_ARRAY) != 0 && (value->vt & VT_BYREF) == 0) {
-    return DISP_E_BADVARTYPE; // arrays have no owner here: whoever made one frees it
+  // Empty before anything is let go: an object's end may run code that looks at this very value.
+  VARIANT old = *value;
+  if (IsArray(old)) {
+    const HRESULT destroyed = SafeArrayDestroy(old.parray);
+    if (FAILED(destroyed))
+      return destroyed;
+    VariantInit(value);
+    return S_OK;
   }
   VariantInit(value);
+  if (old.vt == VT_BSTR)
+    SysFreeString(old.bstrVal);
+  else if ((old.vt == VT_DISPATCH || old.vt == VT_UNKNOWN) && old.punkVal != nullptr)
+    old.punkVal->Release();
   return S_OK;
 }
 
@@ -75,9 +88,11 @@ HRESULT VariantCopy(VARIANTARG* target, const VARIANTARG* source) {
   if (target == source)
     return S_OK;
   VARIANT copy = *source;
-  if ((source->vt & VT_ARRAY) != 0 && (source->vt & VT_BYREF) == 0)
-    return DISP_E_BADVARTYPE;
-  if (source->vt == VT_BSTR && source->bstrVal != nullptr) {
+  if (IsArray(*source)) {
+    const HRESULT copied = SafeArrayCopy(source->parray, &copy.parray);
+    if (FAILED(copied))
+      return copied;
+  } else if (source->vt == VT_BSTR && source->bstrVal != nullptr) {
     copy.bstrVal = SysAllocStringLen(source->bstrVal, SysStringLen(source->bstrVal));
     if (copy.bstrVal == nullptr)
       return E_OUTOFMEMORY;

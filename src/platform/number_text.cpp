@@ -238,6 +238,14 @@ std::uint32_t ToUint32(double value) noexcept {
   return static_cast<std::uint32_t>(static_cast<std::int64_t>(value));
 }
 
+float ToFloat(double value) noexcept {
+  constexpr double kLargest = std::numeric_limits<float>::max();
+  constexpr double kInfiniteFrom = 0x1.ffffffp+127; // half a step beyond it
+  if (std::fabs(value) >= kInfiniteFrom)
+    return value < 0 ? -std::numeric_limits<float>::infinity() : std::numeric_limits<float>::infinity();
+  return static_cast<float>(std::clamp(value, -kLargest, kLargest));
+}
+
 FormatDirective ReadDirective(std::u16string_view format, std::size_t& position) {
   FormatDirective directive;
   const auto peek = [&] { return position < format.size() ? format[position] : u'\0'; };

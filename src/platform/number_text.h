@@ -32,6 +32,8 @@ namespace brindle {
 [[nodiscard]] std::int32_t ToInt32(double value) noexcept;
 // Truncated toward zero, modulo 2^32 (through 64 bits), not-a-number gives 0.
 [[nodiscard]] std::uint32_t ToUint32(double value) noexcept;
+// To the nearest; what rounds to more than the largest number is infinite.
+[[nodiscard]] float ToFloat(double value) noexcept;
 
 // One printf conversion: "%[flags][width][.precision][size]letter".
 struct FormatDirective {

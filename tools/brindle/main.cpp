@@ -2,6 +2,7 @@
 #include <brindle/brindle.h>
 
 #include "encrypt_command.h"
+#include "register_command.h"
 
 #include <CLI/CLI.hpp>
 
@@ -87,6 +88,10 @@ int main(int argc, char** argv) {
   CEnvironment::ReportFileSizeLimits();
   if (argc > 1 && std::string_view(argv[1]) == "encrypt")
     return EncryptCommand({argv + 2, argv + argc});
+  if (argc > 1 && std::string_view(argv[1]) == "register")
+    return RegisterCommand({argv + 2, argv + argc});
+  if (argc > 1 && std::string_view(argv[1]) == "unregister")
+    return UnregisterCommand({argv + 2, argv + argc});
 
   using Policy = CConsoleUserInterface::ErrorPolicy;
   const std::map<std::string, Policy> policies = {
@@ -95,7 +100,9 @@ int main(int argc, char** argv) {
   Options options;
   CLI::App app("Runs a Brindle script.", "brindle");
   app.set_version_flag("--version", std::string("brindle ") + BRINDLE_VERSION);
-  app.footer("brindle encrypt IN OUT writes the enciphered form of a script.");
+  app.footer(
+      "brindle encrypt IN OUT writes the enciphered form of a script.\n"
+      "brindle register FILE lets scripts create objects of a server library, brindle unregister FILE ends that.");
   app.add_option("--ui", options.userInterface, "Where message boxes and dialogs go: auto, window or console")
       ->check(CLI::IsMember({"auto", "window", "console"}));
   app.add_option("--on-error", options.errorPolicy,

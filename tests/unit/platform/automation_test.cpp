@@ -176,32 +176,6 @@ TEST(Automation, copy_of_a_null_text_is_one) {
   VariantClear(&target);
 }
 
-TEST(Automation, arrays_are_refused_and_the_target_stays) {
-  VARIANT array;
-  VariantInit(&array);
-  array.vt = VT_ARRAY | VT_I4;
-  VARIANT target;
-  VariantInit(&target);
-  target.vt = VT_I4;
-  target.lVal = 7;
-  EXPECT_EQ(VariantCopy(&target, &array), DISP_E_BADVARTYPE);
-  EXPECT_EQ(target.vt, VT_I4);
-  EXPECT_EQ(target.lVal, 7);
-}
-
-TEST(Automation, refused_copy_onto_an_array_leaves_no_reference) {
-  CountingDispatch object;
-  VARIANT source;
-  VariantInit(&source);
-  source.vt = VT_DISPATCH;
-  source.pdispVal = &object;
-  VARIANT array;
-  VariantInit(&array);
-  array.vt = VT_ARRAY | VT_I4;
-  EXPECT_EQ(VariantCopy(&array, &source), DISP_E_BADVARTYPE);
-  EXPECT_EQ(object.Held(), 0);
-}
-
 TEST(Automation, interfaces_are_asked_for_by_their_identifier) {
   CountingDispatch object;
   void* found = nullptr;

@@ -1,4 +1,4 @@
-// CountingDispatch: an Automation object without members that knows how many references it has.
+// CountingDispatch: an Automation object, without members of its own, that knows how many references it has.
 // Room: tests. Used by: unit tests of reference counts.
 // May touch: memory only.
 // Must not: delete itself; the test owns it and looks at it afterwards.
@@ -10,7 +10,7 @@
 #include <functional>
 #include <utility>
 
-class CountingDispatch final : public IDispatch {
+class CountingDispatch : public IDispatch {
 public:
   CountingDispatch() = default;
   explicit CountingDispatch(std::function<void()> onRelease) : m_onRelease(std::move(onRelease)) {}

@@ -123,6 +123,11 @@ struct BrindleTestAccess {
                                CBasicVariableArray& arguments, bool isCall) {
     return interpreter.ExecUserFunction(name, result, arguments, isCall);
   }
+  static unsigned long GetReturnTypeDef(CString& name, bool& ok) { return CBrindle::GetReturnTypeDef(name, ok); }
+  static bool ExecExternalFunction(CBrindle& interpreter, CFuncDesc& function, CBasicVariable& result,
+                                   CBasicVariableArray& arguments) {
+    return interpreter.ExecExternalFunction(function, result, arguments);
+  }
   static bool ExecReturn(CBrindle& interpreter) { return interpreter.ExecReturn(); }
 
   // Events.

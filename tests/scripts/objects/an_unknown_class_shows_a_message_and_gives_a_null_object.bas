@@ -1,0 +1,4 @@
+o = createobject("No.Such.Class")
+print "[" ; o ; "]"
+print "[" ; o.Property ; "]"
+# exit: 1

@@ -2,6 +2,7 @@
 
 #include "platform/number_text.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace brindle {
@@ -91,18 +92,19 @@ VariableSlot& VariableStore::LocalSlot(int number, int level) {
   return FrameAt(level)[number + kTemporaries];
 }
 
-// With room for every name: names are made by reading the program, so that a frame grows a few times at most.
+// With room for every name; by half as much again where a program makes names all the time.
 VariableSlot* VariableStore::MakeFrame(int level) {
   if (static_cast<std::size_t>(level) >= m_frames.size())
     m_frames.resize(static_cast<std::size_t>(level) + 1);
   Frame& frame = m_frames[static_cast<std::size_t>(level)];
-  auto slots = std::make_unique<VariableSlot[]>(m_nFrameSize);
+  const std::size_t count = std::max(m_nFrameSize, frame.count + frame.count / 2);
+  auto slots = std::make_unique<VariableSlot[]>(count);
   for (std::size_t place = 0; place < frame.count; ++place)
     slots[place].MoveFrom(frame.slots[place]);
   for (std::size_t place = frame.count; place < kNumberTemporaries; ++place)
     slots[place].SetNumber(0);
   frame.slots = std::move(slots);
-  frame.count = m_nFrameSize;
+  frame.count = count;
   return frame.slots.get();
 }
 

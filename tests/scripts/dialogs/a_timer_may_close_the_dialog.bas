@@ -9,7 +9,7 @@ print ask("The next line is still there?")
 end
 sub works(v)
   timerstart 1
-  for i = 1 to 300000
+  for i = 1 to 3000000
   next
 endsub
 sub tick(v)

@@ -12,7 +12,7 @@ endif
 end
 sub works(v)
   timerstart 1
-  for i = 1 to 300000
+  for i = 1 to 3000000
   next
 endsub
 sub tick(v)

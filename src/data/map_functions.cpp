@@ -6,6 +6,7 @@
 using namespace brindle;
 
 bool CBrindle::MapAdd(const CString& name) {
+  ++m_pState->mapChanges;
   m_pState->m_mapMaps[name] = std::make_unique<ScriptMap>();
   return true;
 }
@@ -59,6 +60,7 @@ bool CBrindle::MapGetValues(const CString& name, CBasicVariable& out) {
 }
 
 bool CBrindle::MapsFree() {
+  ++m_pState->mapChanges;
   m_pState->m_mapMaps.clear();
   return true;
 }

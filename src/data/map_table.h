@@ -20,7 +20,7 @@ public:
     std::unique_ptr<CBasicVariable> value; // null once the key was removed
   };
 
-  [[nodiscard]] const CBasicVariable* Find(const CString& key) const {
+  [[nodiscard]] CBasicVariable* Find(const CString& key) const {
     const auto place = m_places.find(key);
     return place == m_places.end() ? nullptr : m_entries[place->second].value.get();
   }

@@ -73,6 +73,11 @@ struct RawValues {
     slot.m_kind = kText;
     ::new (&slot.m_text) CString(text);
   }
+  static void PutTruth(VariableSlot& slot, bool truth) noexcept {
+    DropText(slot);
+    slot.m_kind = kTruth;
+    slot.m_integer = truth ? 0xFFFF : 0;
+  }
   static void PutUndefined(VariableSlot& slot) noexcept {
     DropText(slot);
     slot.m_kind = kUndefined;
@@ -216,6 +221,51 @@ struct RawValues {
     if (slot.m_kind != kUndefined)
       slot.CopyTo(out);
     slot.Undefine();
+  }
+  // A value of any kind into a plain slot, in a box of its own unless it is a scalar.
+  static void MoveBoxFrom(VariableSlot& to, CBasicVariable&& from) {
+    if (!from.HasMoreThanOneItem()) {
+      to.SetWhole(from);
+      return;
+    }
+    auto box = std::make_unique<CBasicVariable>(std::move(from));
+    DropText(to);
+    to.m_pBox = box.release();
+    to.m_kind = kBoxed;
+  }
+  // The whole variable out of a temporary's box into a variable that nobody watches; false, and unchanged, for any
+  // other and for one that holds objects, whose ends run code of their own.
+  [[nodiscard]] static bool MoveBox(VariableSlot& to, VariableSlot& from) noexcept {
+    CBasicVariable& source = *from.Contents();
+    if (source.m_pExtra != nullptr || source.HoldsObject())
+      return false;
+    if (to.m_kind == kBoxed) {
+      CBasicVariable& target = *to.Contents();
+      if (target.m_pExtra != nullptr || target.HoldsObject())
+        return false;
+      // In place: somebody may hold the variable's address.
+      target.m_items = std::move(source.m_items);
+      target.m_nCurIndex = source.m_nCurIndex;
+      target.m_userData = source.m_userData;
+      from.Undefine();
+      return true;
+    }
+    if (!IsPlain(to.m_kind))
+      return false;
+    DropText(to);
+    to.m_pBox = from.m_pBox;
+    to.m_kind = kBoxed;
+    from.m_kind = kUndefined;
+    return true;
+  }
+  // Makes an argument not set again; false when that is not done at once.
+  [[nodiscard]] static bool Clear(CBasicVariable& variable) noexcept {
+    if (variable.m_items.m_nCapacity != 1 || variable.m_pExtra != nullptr || variable.m_userData != 0 ||
+        !IsPlain(variable.m_items.m_first.m_kind))
+      return false;
+    variable.m_items.m_first.Clear();
+    variable.m_nCurIndex = 0;
+    return true;
   }
   // A plain scalar out of a value into a plain slot; false when it is more than that.
   [[nodiscard]] static bool MoveItemFrom(VariableSlot& to, CBasicVariable& from) noexcept {

@@ -86,6 +86,7 @@ struct InterpreterState {
   std::unordered_map<CString, CTypeStructure> m_mapTypes;
   std::unordered_map<CString, CTypeStructure> m_mapStructVariables;
   MapTable m_mapMaps;
+  std::uint64_t mapChanges = 0; // of the table, not of what the maps hold
 
   // Events and files.
   EventTable events;

@@ -35,6 +35,8 @@ bool TableFile::Open(const CString& path, unsigned flags) {
     return false;
   }
   m_pWrites = &WriteCountOf(path);
+  m_bExclusive = (flags & CFile::shareExclusive) != 0;
+  m_nLength = kUnknownLength;
   return true;
 }
 
@@ -103,11 +105,14 @@ void TableFile::Write(std::string_view bytes) {
     m_file.Write(bytes.data(), bytes.size());
   } catch (...) {
     m_pWrites->fetch_add(1, std::memory_order_acq_rel); // some of the bytes may be there
+    m_nLength = kUnknownLength;
     throw;
   }
   CountWrite(bytes);
   m_nPosition += bytes.size();
   m_nFilePosition = m_nPosition;
+  if (m_nLength != kUnknownLength)
+    m_nLength = std::max(m_nLength, m_nPosition);
 }
 
 // Tells other tables, and brings the own block up to date where that was the only write since.
@@ -127,6 +132,7 @@ void TableFile::CountWrite(std::string_view bytes) noexcept {
 
 void TableFile::SetLength(std::uint64_t length) {
   m_pWrites->fetch_add(1, std::memory_order_acq_rel);
+  m_nLength = kUnknownLength;
   m_file.SetLength(length);
 }
 

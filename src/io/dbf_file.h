@@ -34,7 +34,14 @@ public:
   // Writes at the position, in one call to the system, and moves behind it.
   void Write(std::string_view bytes);
 
-  [[nodiscard]] std::uint64_t GetLength() const { return m_file.GetLength(); }
+  // Of a file opened without sharing it is asked of the system once: nobody else changes it.
+  [[nodiscard]] std::uint64_t GetLength() {
+    if (!m_bExclusive)
+      return m_file.GetLength();
+    if (m_nLength == kUnknownLength)
+      m_nLength = m_file.GetLength();
+    return m_nLength;
+  }
   void SetLength(std::uint64_t length);
   void Flush() { m_file.Flush(); }
 
@@ -43,7 +50,11 @@ private:
   void CountWrite(std::string_view bytes) noexcept;
   void DropBlock() noexcept;
 
+  static constexpr std::uint64_t kUnknownLength = ~std::uint64_t{0};
+
   CFile m_file;
+  bool m_bExclusive = false;
+  std::uint64_t m_nLength = kUnknownLength; // of an exclusive file, once asked for
   std::uint64_t m_nPosition = 0;
   std::uint64_t m_nFilePosition = 0; // the system's
   std::string m_block;

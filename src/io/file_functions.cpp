@@ -193,7 +193,7 @@ bool CBrindle::ExecFileOperation(CBasicVariable& result, Arguments& args, FUNCTI
       break;
     }
     case FUNCTION_FILESIZE: SetOffset(result, file->GetLength()); break;
-    case FUNCTION_ISEOF: result.SetValue(file->GetPosition() >= file->GetLength()); break;
+    case FUNCTION_ISEOF: result.SetValue(file->IsAtEnd()); break;
     case FUNCTION_GETFILEPOS: SetOffset(result, file->GetPosition()); break;
     default: return false;
     }

@@ -17,6 +17,7 @@ struct FileHolder {
   std::unique_ptr<TextFile> text;
 
   [[nodiscard]] std::uint64_t GetLength() const { return raw ? raw->GetLength() : text->GetLength(); }
+  [[nodiscard]] bool IsAtEnd() const { return raw ? raw->GetPosition() >= raw->GetLength() : text->IsAtEnd(); }
   [[nodiscard]] std::uint64_t GetPosition() const { return raw ? raw->GetPosition() : text->GetPosition(); }
   void Seek(std::uint64_t position) {
     if (raw)

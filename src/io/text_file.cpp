@@ -17,6 +17,16 @@ constexpr std::size_t kFillSize = 16 * 1024;
 constexpr std::string_view kMark("\xFF\xFE", 2);
 constexpr std::size_t kUnit = 2; // bytes of a UTF-16 unit
 
+// The length of a line of plain ASCII, without the return at its end; npos for one that has more to it.
+std::size_t PlainLength(std::string_view line) {
+  if (line.ends_with('\r'))
+    line.remove_suffix(1);
+  bool isPlain = CodePage::Ansi().IsAsciiBased();
+  for (const char byte : line)
+    isPlain &= byte > '\r' || byte == '\t';
+  return isPlain ? line.size() : std::string_view::npos;
+}
+
 std::atomic<WriteEncoding> writeEncoding = WriteEncoding::Ansi;
 
 } // namespace
@@ -96,6 +106,11 @@ CString TextFile::LineOf(std::size_t from, std::size_t to) const {
       const auto high = static_cast<unsigned char>(m_buffer[from + i * kUnit + 1]);
       text[i] = static_cast<char16_t>(low | (high << 8));
     }
+  } else if (const std::size_t length = PlainLength(std::string_view(m_buffer).substr(from, to - from));
+             length != std::string_view::npos) {
+    CString line;
+    std::copy_n(m_buffer.data() + from, length, line.GetBufferSetLength(static_cast<int>(length)));
+    return line;
   } else {
     std::string bytes = m_buffer.substr(from, to - from);
     std::erase(bytes, '\0');

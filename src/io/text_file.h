@@ -33,6 +33,8 @@ public:
 
   [[nodiscard]] std::uint64_t GetPosition() const noexcept { return m_nBufferStart + m_nConsumed; }
   [[nodiscard]] std::uint64_t GetLength() const { return m_file.GetLength(); }
+  // Whether nothing is left to read; the system is asked only when all that was read ahead has been given out.
+  [[nodiscard]] bool IsAtEnd() const { return m_nConsumed >= m_buffer.size() && GetPosition() >= GetLength(); }
   void Seek(std::uint64_t position);
   // Bytes at the position, past the text reader.
   [[nodiscard]] std::size_t ReadBytes(void* buffer, std::size_t count);

@@ -229,6 +229,10 @@ bool IsPlainName(std::string_view name, std::string_view compact) noexcept {
 
 CodePage::~CodePage() = default;
 
+bool CodePage::IsAsciiBased() const noexcept {
+  return this == &Utf8() || this == &Windows1252();
+}
+
 const CodePage& CodePage::Utf8() noexcept {
   static Immortal<Utf8Page> page;
   return page.Get();

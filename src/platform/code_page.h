@@ -36,6 +36,8 @@ public:
   // Encodings in 16- or 32-bit units are not code pages.
   [[nodiscard]] static std::shared_ptr<const CodePage> Find(std::string_view name);
 
+  // Whether bytes below 0x80 are always the characters of those codes; false where it is not known.
+  [[nodiscard]] bool IsAsciiBased() const noexcept;
   [[nodiscard]] bool IsSingleByte() const noexcept { return m_bSingleByte; }
   [[nodiscard]] const std::string& Name() const noexcept { return m_strName; }
 

@@ -145,6 +145,35 @@ CString FormatFixed(double value) {
   return FromAscii(buffer.data(), result.ptr);
 }
 
+namespace {
+
+// Up to so many digits are an integer that a double holds exactly, and so is a power of ten up to 10^22: their
+// quotient is rounded once, as it should be.
+constexpr std::size_t kExactDigits = 15;
+constexpr std::array<double, kExactDigits + 1> kPowersOfTen = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                               1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+
+// Digits with a point among them or without; false when there is an exponent.
+bool ReadExactly(std::u16string_view text, double& value) {
+  std::uint64_t digits = 0;
+  std::size_t decimals = 0;
+  bool behindPoint = false;
+  for (const char16_t unit : text) {
+    if (unit == u'.') {
+      behindPoint = true;
+    } else if (IsDigit(unit)) {
+      digits = digits * 10 + (unit - u'0');
+      decimals += behindPoint ? 1 : 0;
+    } else {
+      return false;
+    }
+  }
+  value = static_cast<double>(digits) / kPowersOfTen[decimals];
+  return true;
+}
+
+} // namespace
+
 double ParseDouble(std::u16string_view text, std::size_t* used) {
   if (used != nullptr)
     *used = 0;
@@ -183,6 +212,9 @@ double ParseDouble(std::u16string_view text, std::size_t* used) {
   }
   if (used != nullptr)
     *used = at;
+  double exact = 0.0;
+  if (digits <= kExactDigits && ReadExactly(text.substr(start, at - start), exact))
+    return negative ? -exact : exact;
 
   std::array<char, 64> small{};
   std::string large;

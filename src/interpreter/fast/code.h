@@ -40,6 +40,7 @@ struct FastCell {
 };
 static_assert(sizeof(FastCell) == 16 && sizeof(void*) <= 8);
 
+class ScriptMap;
 struct FastStatement;
 
 // Where a statement begins: what is known of it, and its cells once it is compiled.
@@ -106,6 +107,14 @@ struct FastPart {
   CString text;
 };
 
+// A map of a constant name, a key, and where the map was found last.
+struct FastMapUse {
+  CString name;
+  std::vector<FastPart> key; // one part
+  ScriptMap* map = nullptr;
+  std::uint64_t changes = 0; // of the table of maps by then
+};
+
 // The loop variable and the body of the "for" that a "next" closed last.
 struct FastLoop {
   const Token* site = nullptr; // the variable's token; null for a "do"
@@ -151,6 +160,7 @@ public:
   std::deque<FastBuiltIn> m_builtIns;
   std::deque<std::vector<FastPart>> m_parts;
   std::deque<FastLoop> m_loops;
+  std::deque<FastMapUse> m_mapUses;
   std::unordered_map<std::uint32_t, std::uint32_t> m_doOfLoop; // positions of the words
   unsigned layout = 0;                                         // of the store, when the statements were compiled
   std::uint64_t functions = 0;                                 // generation of the function tables, likewise

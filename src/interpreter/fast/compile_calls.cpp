@@ -58,6 +58,8 @@ bool FastCompiler::IsIntrinsic(const FastNode& node) {
   case FUNCTION_RIGHT:
   case FUNCTION_INSTR: return count == 2;
   case FUNCTION_MID: return count == 3;
+  case FUNCTION_MAPGET:
+  case FUNCTION_MAPHAS: return count == 2 && node.arguments[0]->kind == FastNode::Text;
   default: return count == 1 && FunctionOfNumber(function->m_nCode) != nullptr;
   }
 }
@@ -66,6 +68,8 @@ bool FastCompiler::Intrinsic(FastNode& node, FUNCTION_TYPE code, Operand& out, b
   isKnown = IsIntrinsic(node);
   if (!isKnown)
     return true;
+  if (code == FUNCTION_MAPGET || code == FUNCTION_MAPHAS)
+    return MapFunction(node, code, out, false);
   const Function1 function = FunctionOfNumber(code);
   const bool isExtreme = code == FUNCTION_MAX || code == FUNCTION_MIN;
   if (function == nullptr && code != FUNCTION_INT && !isExtreme)
@@ -138,6 +142,32 @@ bool FastCompiler::TextIntrinsic(FastNode& node, FUNCTION_TYPE code, Operand& ou
   return true;
 }
 
+// A map whose name is written out.
+bool FastCompiler::MapFunction(FastNode& node, FUNCTION_TYPE code, Operand& out, bool isStatement) {
+  const std::size_t live = CountLive();
+  FastMapUse use;
+  use.name = node.arguments[0]->token->text;
+  Operand value;
+  const bool isSet = code == FUNCTION_MAPSET;
+  if (!TextPart(*node.arguments[1], use.key, isSet && HasEffects(*node.arguments[2])) ||
+      (isSet && !ValueInTemporary(*node.arguments[2], value)))
+    return false;
+  m_code.m_mapUses.push_back(std::move(use));
+  const std::size_t cell = Emit(isSet                         ? FastOperation::MapSet
+                                : code == FUNCTION_MAPGET ? FastOperation::MapGet
+                                                          : FastOperation::MapHas,
+                                0, value.slot);
+  EmitData(&m_code.m_mapUses.back());
+  PopTo(live);
+  if (isStatement)
+    return true;
+  if (!NewValue(out))
+    return false;
+  m_chunk->cells[cell].a = out.slot;
+  Push(out, node);
+  return true;
+}
+
 bool FastCompiler::ArgumentsInTemporaries(FastNode& node, std::uint32_t& first) {
   first = VariableStore::kNumberTemporaries + m_values;
   for (FastNode* argument : node.arguments) {
@@ -202,6 +232,10 @@ bool FastCompiler::Call(FastNode& node, Operand& out, bool isStatement) {
     if (isKnown)
       return true;
   }
+
+  if (isStatement && code == FUNCTION_MAPSET && function->m_nKind == CFuncDesc::kBuiltIn &&
+      node.arguments.size() == 3 && node.arguments[0]->kind == FastNode::Text)
+    return MapFunction(node, code, out, true);
 
   const std::size_t live = CountLive();
   const std::uint32_t recordedNames = m_recordedNames;

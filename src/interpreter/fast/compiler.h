@@ -76,6 +76,7 @@ private:
   [[nodiscard]] bool Call(FastNode& node, Operand& out, bool isStatement);
   [[nodiscard]] bool Intrinsic(FastNode& node, FUNCTION_TYPE code, Operand& out, bool& isKnown);
   [[nodiscard]] bool TextIntrinsic(FastNode& node, FUNCTION_TYPE code, Operand& out, bool& isKnown);
+  [[nodiscard]] bool MapFunction(FastNode& node, FUNCTION_TYPE code, Operand& out, bool isStatement);
   [[nodiscard]] bool ArgumentsInTemporaries(FastNode& node, std::uint32_t& first);
   [[nodiscard]] FastCallee* CalleeOf(CFuncDesc& function, std::size_t arguments);
   [[nodiscard]] CFuncDesc* FunctionOf(const FastNode& node) const;

@@ -300,6 +300,11 @@ MoveToGlobal: {
   NEXT(2);
 }
 Move:
+  if (RawValues::Kind(SLOT(b)) == RawValues::kBoxed) {
+    if (!RawValues::MoveBox(SLOT(a), SLOT(b))) [[unlikely]]
+      goto giveUp;
+    NEXT(1);
+  }
   if (!RawValues::IsPlain(RawValues::Kind(SLOT(a))) || !RawValues::IsPlain(RawValues::Kind(SLOT(b))) ||
       !SLOT(b).IsDefined()) [[unlikely]]
     goto giveUp;
@@ -488,6 +493,19 @@ Search:
   if (!SearchText(pc, base, x)) [[unlikely]]
     goto giveUp;
   RawValues::Double(SLOT(a)) = x;
+  NEXT(2);
+
+MapGet:
+  if (!machine->GetFromMap(*static_cast<FastMapUse*>(pc[1].Pointer()), base, SLOT(a), false)) [[unlikely]]
+    goto giveUp;
+  NEXT(2);
+MapHas:
+  if (!machine->GetFromMap(*static_cast<FastMapUse*>(pc[1].Pointer()), base, SLOT(a), true)) [[unlikely]]
+    goto giveUp;
+  NEXT(2);
+MapSet:
+  if (!machine->SetInMap(*static_cast<FastMapUse*>(pc[1].Pointer()), base, SLOT(b))) [[unlikely]]
+    goto giveUp;
   NEXT(2);
 
 Call: {

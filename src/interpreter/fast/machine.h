@@ -51,6 +51,7 @@ struct FastState {
   std::uint32_t untilGiveUp = m_defaultGiveUpEvery;
   std::vector<FastFrame> frames;
   FastTape tape;
+  CArray<CBasicVariable, CBasicVariable> arguments; // room for those of a built-in function, all not set
 
   // Runs of a statement before it is compiled.
   [[nodiscard]] std::uint32_t Threshold() const noexcept { return mode == FastMode::Eager ? 0 : 1; }
@@ -108,6 +109,11 @@ private:
   [[nodiscard]] static bool TakePart(const FastCell* pc, VariableSlot* base);
   [[nodiscard]] static bool SearchText(const FastCell* pc, VariableSlot* base, double& result);
   [[nodiscard]] static bool ValueOfPart(const FastPart& part, VariableSlot* base, bool isLength, double& result);
+
+  [[nodiscard]] bool GetFromMap(FastMapUse& use, VariableSlot* base, VariableSlot& target, bool isQuestion);
+  [[nodiscard]] bool SetInMap(FastMapUse& use, VariableSlot* base, VariableSlot& value);
+  [[nodiscard]] ScriptMap* MapOf(FastMapUse& use);
+  [[nodiscard]] static const CString* KeyOf(const FastPart& part, VariableSlot* base, CString& scratch);
 
   CBrindle& m_interpreter;
   InterpreterState& m_state;

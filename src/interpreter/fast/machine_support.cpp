@@ -141,7 +141,8 @@ void FastMachine::FinishCall(bool isComplete) {
 
 bool FastMachine::RunBuiltIn(const FastCell* pc, VariableSlot* base) {
   const FastBuiltIn& function = *static_cast<const FastBuiltIn*>(pc[1].Pointer());
-  CBasicVariableArray arguments;
+  // The array of the call before is taken, so that most calls allocate none; a call inside this one makes its own.
+  CBasicVariableArray arguments = std::move(m_fast.arguments);
   arguments.SetSize(static_cast<int>(pc->c));
   for (std::uint32_t i = 0; i < pc->c; ++i)
     RawValues::MoveOut(base[pc->a + i], arguments[static_cast<int>(i)]);
@@ -158,8 +159,12 @@ bool FastMachine::RunBuiltIn(const FastCell* pc, VariableSlot* base) {
     if (!RawValues::IsPlain(RawValues::Kind(target)))
       target.Undefine();
     if (!RawValues::MoveItemFrom(target, result))
-      target.SetWhole(result);
+      RawValues::MoveBoxFrom(target, std::move(result));
   }
+  for (std::uint32_t i = 0; i < pc->c; ++i)
+    if (!RawValues::Clear(arguments[static_cast<int>(i)]))
+      return true; // it ends with the array
+  m_fast.arguments = std::move(arguments);
   return true;
 }
 
@@ -318,6 +323,62 @@ bool FastMachine::ValueOfPart(const FastPart& part, VariableSlot* base, bool isL
   case FastPart::Slot: return RawValues::RightNumber(base[part.slot], result);
   default: result = RawValues::Double(base[part.slot]); return true;
   }
+}
+
+ScriptMap* FastMachine::MapOf(FastMapUse& use) {
+  if (use.map == nullptr || use.changes != m_state.mapChanges) {
+    use.map = m_interpreter.MapLookup(use.name);
+    use.changes = m_state.mapChanges;
+  }
+  return use.map;
+}
+
+// Null for what is no plain scalar.
+const CString* FastMachine::KeyOf(const FastPart& part, VariableSlot* base, CString& scratch) {
+  if (part.kind == FastPart::Constant)
+    return &part.text;
+  if (part.kind == FastPart::Slot && RawValues::Kind(base[part.slot]) == RawValues::kText)
+    return &RawValues::Text(base[part.slot]);
+  std::u16string_view view;
+  return PartText(part, base, scratch, view) ? &scratch : nullptr;
+}
+
+bool FastMachine::GetFromMap(FastMapUse& use, VariableSlot* base, VariableSlot& target, bool isQuestion) {
+  CString scratch;
+  const CString* const key = KeyOf(use.key.front(), base, scratch);
+  if (key == nullptr || !RawValues::IsPlain(RawValues::Kind(target)))
+    return false;
+  const ScriptMap* const map = MapOf(use);
+  const CBasicVariable* const value = map == nullptr ? nullptr : map->Find(*key);
+  if (isQuestion) {
+    RawValues::PutTruth(target, value != nullptr);
+    return true;
+  }
+  if (value == nullptr) {
+    RawValues::PutNumber(target, 0.0);
+    return true;
+  }
+  return !value->HasMoreThanOneItem() && RawValues::CopyItem(target, value->GetItem());
+}
+
+bool FastMachine::SetInMap(FastMapUse& use, VariableSlot* base, VariableSlot& value) {
+  CString scratch;
+  const CString* const key = KeyOf(use.key.front(), base, scratch);
+  if (key == nullptr || !value.IsDefined() || !RawValues::IsPlain(RawValues::Kind(value)))
+    return false;
+  ScriptMap* const map = MapOf(use);
+  if (map == nullptr)
+    return true;
+  CBasicVariable* const known = map->Find(*key);
+  if (known != nullptr && known->HoldsObject())
+    return false;
+  CBasicVariable fresh;
+  RawValues::MoveOut(value, fresh);
+  if (known != nullptr && !known->HasMoreThanOneItem())
+    known->SetValue(fresh);
+  else
+    map->Set(*key, fresh);
+  return true;
 }
 
 } // namespace brindle

@@ -179,7 +179,7 @@ FastCallee* FastCompiler::CalleeOf(CFuncDesc& function, std::size_t arguments) {
     return nullptr;
   // The body begins on the next line.
   std::uint32_t position = parser.Take().end;
-  while (!IsLineEnd(m_text.At(position)))
+  while (position < m_text.Length() && !IsLineEnd(m_text.At(position)))
     ++position;
   callee.body = EntryFrom(position);
   m_code.m_callees.push_back(std::move(callee));
@@ -215,7 +215,7 @@ bool FastCompiler::Call(FastNode& node, Operand& out, bool isStatement) {
     while (m_chunk->cells.size() < m_firstCell + 2)
       Emit(FastOperation::Nothing);
     cell = Emit(FastOperation::Call, first, 0, isStatement ? 1 : 0);
-    EmitData(callee, m_recordedNames, m_next);
+    EmitData(callee, m_recordedNames, node.closing->start);
   } else {
     // Host functions and externals look at more than their arguments.
     if (function->m_pHandler == nullptr || function->m_nKind != CFuncDesc::kBuiltIn || code == FUNCTION_HOST ||

@@ -7,6 +7,8 @@
 #include "platform/number_text.h"
 #include "platform/unicode.h"
 
+#include <algorithm>
+
 namespace brindle {
 
 namespace {
@@ -361,10 +363,15 @@ bool FastCompiler::For() {
   Operand first;
   Operand last;
   if (behind == nullptr || Reads(*end, slot) || !NumberOperand(*start, false, first) ||
-      !InNumberTemporary(*start, false, first) || !NumberOperand(*end, false, last) ||
-      !InNumberTemporary(*end, false, last))
+      !InNumberTemporary(*start, false, first))
+    return false;
+  const std::size_t endCells = m_chunk->cells.size();
+  const std::int32_t started = m_live.back();
+  if (!NumberOperand(*end, false, last) || !InNumberTemporary(*end, false, last))
     return false;
   Emit(FastOperation::For, slot, first.slot, last.slot);
+  // The handlers of a variable that is watched run between the two: the end value is computed anew behind them.
+  std::fill(m_chunk->operands.begin() + static_cast<std::ptrdiff_t>(endCells), m_chunk->operands.end(), started);
   EmitData(&name, body, 0U);
   EmitData(behind);
   return true;

@@ -27,6 +27,7 @@ FastMachine::~FastMachine() {
   if (m_fast.frames.size() <= m_depth)
     return;
   m_state.m_nScopeLevel = m_level;
+  m_state.position = m_fast.frames[m_depth].Closing(); // where the caller stood
   for (std::size_t i = m_depth; i < m_fast.frames.size(); ++i)
     m_state.stop = m_state.stop || m_fast.frames[i].stop;
   if (m_state.control.size() > m_fast.frames[m_depth].control)
@@ -34,8 +35,9 @@ FastMachine::~FastMachine() {
   m_fast.frames.resize(m_depth);
 }
 
-bool FastMachine::IsStale() const noexcept {
-  return m_code.layout != m_state.m_mapVariables.Layout() || m_code.functions != CBrindle::m_nFunctionChanges;
+bool FastMachine::IsStale(std::uint32_t generation) const noexcept {
+  return m_code.Generation() != generation || m_code.layout != m_state.m_mapVariables.Layout() ||
+         m_code.functions != CBrindle::m_nFunctionChanges;
 }
 
 // The executing parser goes on at that position: in its own loop, or here when the procedure was entered here.

@@ -143,8 +143,7 @@ void DescribeVariables(CBrindle& interpreter, const std::string& text, Transcrip
         CString name = CString::FromUtf8(word);
         if (asLowered)
           name.MakeLower();
-        const auto known = store.KnownRef(name);
-        const brindle::VariableSlot* slot = known ? store.Find(*known, level) : nullptr;
+        const brindle::VariableSlot* slot = store.Find(store.Ref(name), level);
         if (slot != nullptr && seen.insert(slot).second)
           out.push_back("variable " + word + " of " + std::to_string(level) + ": " + DescriptionOf(*slot));
       }

@@ -5,6 +5,7 @@
 #include "interpreter/state.h"
 #include "platform/number_text.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace brindle {
@@ -72,11 +73,13 @@ bool FastCompiler::Intrinsic(FastNode& node, FUNCTION_TYPE code, Operand& out, b
     return TextIntrinsic(node, code, out, isKnown);
 
   const std::size_t live = CountLive();
+  const std::uint32_t recordedNames = m_recordedNames;
   Operand operands[2];
-  for (std::size_t i = 0; i < node.arguments.size(); ++i)
+  for (std::size_t i = 0; i < node.arguments.size(); ++i, ++m_recordedNames)
     if (!NumberOperand(*node.arguments[i], false, operands[i]) ||
         !InNumberTemporary(*node.arguments[i], false, operands[i]))
       return false;
+  m_recordedNames = recordedNames;
   std::size_t cell = 0;
   if (isExtreme) {
     cell = Emit(FastOperation::Extreme, 0, operands[0].slot, operands[1].slot);
@@ -100,13 +103,16 @@ bool FastCompiler::Intrinsic(FastNode& node, FUNCTION_TYPE code, Operand& out, b
 bool FastCompiler::TextIntrinsic(FastNode& node, FUNCTION_TYPE code, Operand& out, bool& isKnown) {
   isKnown = true;
   const std::size_t live = CountLive();
+  const std::size_t deferred = CountDeferred();
   std::vector<FastPart> parts;
-  bool effects = false;
+  PartUse use = PartUse::InPlace;
   for (const FastNode* argument : node.arguments)
-    effects = effects || HasEffects(*argument);
-  if (!TextPart(*node.arguments[0], parts, effects))
+    use = std::max(use, PartUseFor(*argument, PartUse::Tested));
+  const std::uint32_t recordedNames = m_recordedNames;
+  if (!TextPart(*node.arguments[0], parts, use))
     return false;
-  if (code == FUNCTION_INSTR && !TextPart(*node.arguments[1], parts, effects))
+  ++m_recordedNames;
+  if (code == FUNCTION_INSTR && !TextPart(*node.arguments[1], parts, use))
     return false;
   Operand first;
   Operand count;
@@ -114,9 +120,12 @@ bool FastCompiler::TextIntrinsic(FastNode& node, FUNCTION_TYPE code, Operand& ou
   if (hasNumbers &&
       (!NumberOperand(*node.arguments[1], false, first) || !InNumberTemporary(*node.arguments[1], false, first)))
     return false;
+  ++m_recordedNames;
   if (code == FUNCTION_MID &&
       (!NumberOperand(*node.arguments[2], false, count) || !InNumberTemporary(*node.arguments[2], false, count)))
     return false;
+
+  m_recordedNames = recordedNames;
 
   m_code.m_parts.push_back(std::move(parts));
   const void* const data = &m_code.m_parts.back();
@@ -130,6 +139,7 @@ bool FastCompiler::TextIntrinsic(FastNode& node, FUNCTION_TYPE code, Operand& ou
   }
   EmitData(data, static_cast<std::uint32_t>(code), 0U);
   PopTo(live);
+  m_deferred.resize(deferred);
   if (isText ? !NewValue(out) : !NewNumber(out))
     return false;
   out.isInteger = code == FUNCTION_LEN || code == FUNCTION_INSTR;

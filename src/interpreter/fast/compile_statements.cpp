@@ -48,6 +48,7 @@ void FastCompiler::BeginStatement(FastEntry& entry) {
   m_statement->bails = 0;
   ++m_statement->compiles;
   m_live.clear();
+  m_deferred.clear();
   m_numbers = m_values = m_recordedNames = 0;
   m_fallsThrough = true;
   m_firstCell = m_chunk->cells.size();
@@ -58,6 +59,7 @@ void FastCompiler::DropStatement(std::size_t firstCell) {
   m_chunk->operands.resize(firstCell);
   m_chunk->statements.resize(firstCell);
   m_live.clear();
+  m_deferred.clear();
   m_numbers = m_values = 0;
 }
 
@@ -71,6 +73,7 @@ void FastCompiler::Compile(const Token& first) {
     FastEntry& entry = m_code.EntryOf(*token);
     const bool isCandidate = token->kind == TOKEN_VARIABLE || token->kind == TOKEN_COMMAND;
     m_live.clear();
+    m_deferred.clear();
     m_statement = nullptr;
     const bool isTooMany = entry.statement != nullptr && entry.statement->compiles >= kMostCompiles;
     if (isTooMany)
@@ -190,8 +193,9 @@ bool FastCompiler::AssignElement(FastNode& place, FastNode& value) {
   std::uint32_t array = 0;
   VariableSlot* global = nullptr;
   Operand index;
-  if (!ResolveName(*place.token, array, global) || !IndexOperand(*place.left, HasEffects(value), index))
+  if (!ResolveName(*place.token, array, global) || !IndexOperand(*place.left, &value, index))
     return false;
+  Defer(index);
   if (value.kind == FastNode::Number && global == nullptr) {
     Emit(FastOperation::SetItemConstant, array, index.slot);
     EmitData(nullptr, value.token->number);
@@ -239,7 +243,7 @@ bool FastCompiler::ReadCondition(FastNode*& left, LOGICAL_OPERATION& operation, 
 bool FastCompiler::EmitCondition(FastNode& left, LOGICAL_OPERATION operation, FastNode& right, FastEntry& entry,
                                  bool whenTrue) {
   const std::size_t live = CountLive();
-  const bool effects = HasEffects(right);
+  const std::size_t deferred = CountDeferred();
   const ValueKind kind = KindOf(left);
   if (kind == ValueKind::Other)
     return false;
@@ -255,13 +259,15 @@ bool FastCompiler::EmitCondition(FastNode& left, LOGICAL_OPERATION operation, Fa
       return true;
     }
     std::vector<FastPart> parts;
-    if (!TextPart(left, parts, effects) || !TextPart(right, parts, effects))
+    const PartUse use = PartUseFor(right, PartUse::TestedText);
+    if (!TextPart(left, parts, use) || !TextPart(right, parts, use))
       return false;
     m_code.m_parts.push_back(std::move(parts));
     Emit(FastOperation::IfText, static_cast<std::uint32_t>(operation));
     EmitData(&entry);
     EmitData(&m_code.m_parts.back());
     PopTo(live);
+    m_deferred.resize(deferred);
     return true;
   }
 
@@ -269,8 +275,9 @@ bool FastCompiler::EmitCondition(FastNode& left, LOGICAL_OPERATION operation, Fa
   Operand y;
   if (!NumberOperand(left, true, x))
     return false;
-  if (x.kind == Operand::S && !x.isLive && effects && !InNumberTemporary(left, true, x))
+  if ((operation == LOGICAL_ABOUT_EQUAL || MayDiverge(x, right)) && !InNumberTemporary(left, true, x))
     return false;
+  Defer(x);
   if (!NumberOperand(right, false, y))
     return false;
   if (x.kind == Operand::K && y.kind == Operand::K && !InNumberTemporary(left, true, x))
@@ -288,7 +295,7 @@ bool FastCompiler::EmitCondition(FastNode& left, LOGICAL_OPERATION operation, Fa
   default: break;
   }
   if (first == FastOperation::IfAbout) {
-    if (whenTrue || !InNumberTemporary(left, true, x) || !InNumberTemporary(right, false, y))
+    if (whenTrue || !InNumberTemporary(right, false, y))
       return false;
     Emit(first, 0, x.slot, y.slot);
   } else {
@@ -297,6 +304,7 @@ bool FastCompiler::EmitCondition(FastNode& left, LOGICAL_OPERATION operation, Fa
   }
   EmitData(&entry, x.kind == Operand::K ? x.number : y.number);
   PopTo(live);
+  m_deferred.resize(deferred);
   return true;
 }
 

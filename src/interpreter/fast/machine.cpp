@@ -455,6 +455,11 @@ PopLoop:
   state.control.pop_back();
   NEXT(1);
 
+Check:
+  if (!SLOT(a).IsDefined() || !RawValues::IsPlain(RawValues::Kind(SLOT(a))) ||
+      (pc->b != 0 && RawValues::Kind(SLOT(a)) != RawValues::kText)) [[unlikely]]
+    goto giveUp;
+  NEXT(1);
 Join:
   if (!JoinParts(*static_cast<const std::vector<FastPart>*>(pc[1].Pointer()), base, SLOT(a))) [[unlikely]]
     goto giveUp;

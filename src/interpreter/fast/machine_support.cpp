@@ -28,10 +28,12 @@ FastMachine::~FastMachine() {
     return;
   m_state.m_nScopeLevel = m_level;
   m_state.position = m_fast.frames[m_depth].Closing(); // where the caller stood
-  for (std::size_t i = m_depth; i < m_fast.frames.size(); ++i)
+  // A procedure may have taken entries of its callers: each call drops what was pushed since it was made.
+  for (std::size_t i = m_depth; i < m_fast.frames.size(); ++i) {
     m_state.stop = m_state.stop || m_fast.frames[i].stop;
-  if (m_state.control.size() > m_fast.frames[m_depth].control)
-    m_state.control.resize(m_fast.frames[m_depth].control);
+    if (m_state.control.size() > m_fast.frames[i].control)
+      m_state.control.resize(m_fast.frames[i].control);
+  }
   m_fast.frames.resize(m_depth);
 }
 

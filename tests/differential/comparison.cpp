@@ -121,7 +121,7 @@ Verdict CompareApart(const Trial& trial, const std::string& folder, bool showRep
     if (showReport)
       std::fputs(report.c_str(), stdout);
     std::fflush(stdout);
-    _exit(static_cast<int>(verdict));
+    std::exit(static_cast<int>(verdict));
   }
   int status = 0;
   if (child < 0 || waitpid(child, &status, 0) != child)

@@ -128,7 +128,7 @@ int RunAll(const Options& options, const std::string& folder) {
     const pid_t child = fork();
     if (child == 0) {
       RunMany(progress, options, last, until, folder);
-      _exit(0);
+      std::exit(0); // as a whole program ends, for tools that look then
     }
     int status = 0;
     if (child < 0 || waitpid(child, &status, 0) != child)

@@ -57,6 +57,12 @@ void ProgramGenerator::Assignment() {
   else
     value = Numeric(3);
   // The shapes that programs are full of.
+  if (m_random.Percent(6))
+    value = "int(" + Numeric(2) + ")";
+  else if (m_random.Percent(4))
+    value = "f" + std::to_string(m_random.Below(3)) + "()";
+  else if (m_random.Percent(4))
+    value = Text(1) + " + sqr(" + Numeric(1) + ") + len(" + Text(1) + ")";
   if (m_random.Percent(20))
     value = isTextual ? target + " + " + Text(1) : target + " + " + Numeric(1);
   Line(target + " = " + value);
@@ -196,8 +202,10 @@ void ProgramGenerator::Procedure(int number) {
   std::string text = std::string(isFunction ? "function " : "sub ") + name + "(";
   for (int i = 0; i < number % 3; ++i)
     text += (i > 0 ? ", " : "") + m_random.Of(kParameters);
-  m_text += text + ")\n" + Guard();
+  m_text += text + (m_random.Percent(15) ? ") # a remark\n" : ")\n") + Guard();
   m_inProcedure = true;
+  if (m_random.Percent(20))
+    m_text += "dim p[3]\np[1] = " + Numeric(1) + "\n";
   Statements(1 + m_random.Below(4));
   if (m_random.Percent(30))
     m_text += "if " + std::string(m_random.Percent(50) ? "n" : "wd") + " > 1 then " + name + " = " + ScriptCall(1) +
@@ -222,7 +230,7 @@ std::string ProgramGenerator::Generate() {
     m_text += "dim p[5]\n";
   if (m_random.Percent(50))
     m_text += m_random.Percent(50) ? "global q[4]\n" : "dim q[3]\n";
-  if (m_random.Percent(30))
+  for (int globals = m_random.Percent(35) ? 1 + m_random.Below(3) : 0; globals > 0; --globals)
     m_text += "global " + Name() + "\n";
   if (m_random.Percent(30))
     m_text += "map create \"m1\"\n";

@@ -86,7 +86,9 @@ std::string ProgramGenerator::BuiltInCall(int depth, bool text) {
       {"rand", 1},  {"getvarstats", 0}, {"mapset", 3},   {"mapgetvalues", 1}, {"hostobject", 0}, {"latehost", 1},
       {"hostlate", 0}, {"pointoffset", 7}, {"hostcall", 1}, {"mapremove", 2}};
   constexpr std::size_t kCommonNumbers = 9;
-  const BuiltIn call = text ? kTexts[m_random.Below(static_cast<int>(std::size(kTexts)))]
+  constexpr std::size_t kCommonTexts = 3;
+  const BuiltIn call = text ? kTexts[m_random.Below(
+                                  static_cast<int>(m_random.Percent(50) ? kCommonTexts : std::size(kTexts)))]
                             : kNumbers[m_random.Below(static_cast<int>(m_random.Percent(60) ? kCommonNumbers
                                                                                              : std::size(kNumbers)))];
   const std::string name = call.name;
@@ -105,7 +107,9 @@ std::string ProgramGenerator::BuiltInCall(int depth, bool text) {
     else if ((text || name == "len" || name == "val" || name == "instr") && i == 0)
       out += Text(depth - 1);
     else if (name == "replace" || name == "instr")
-      out += Text(depth - 1);
+      out += m_random.Percent(70) ? Text(depth - 1) : Element(depth - 1);
+    else if (name == "left" || name == "right" || name == "mid")
+      out += m_random.Percent(60) ? std::to_string(m_random.Below(4)) : Numeric(depth - 1);
     else
       out += Numeric(depth - 1);
   }

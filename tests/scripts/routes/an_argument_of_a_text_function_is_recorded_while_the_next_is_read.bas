@@ -1,9 +1,11 @@
 for r = 1 to 3
-  print mid("abc", names(), 1); max(1, names())
+  a = mid("abc", names(), 1)
+  b = max(1, names() + names())
+  print a; b
 next
-# expect: b1.000000
-# expect: b1.000000
-# expect: b1.000000
+# expect: b2.000000
+# expect: b2.000000
+# expect: b2.000000
 end
 function names()
   stats = getvarstats()

@@ -29,8 +29,9 @@ std::string BreakProgram(const std::string& program, std::uint64_t seed) {
   std::vector<std::string> pieces = PiecesOf(program);
   if (random.Percent(8))
     pieces.resize(pieces.size() / 2 + static_cast<std::size_t>(random.Below(static_cast<int>(pieces.size() / 2))));
-  constexpr const char* kWords[] = {"then", "next", "endif", "end",  "(",      ")",   "[",    "]", "\"", "=",   ",",  ":",
-                                    "1",    "a",    "to",    "else", "return", "for", "loop", "+", "-",  "nope", "\n", "#"};
+  constexpr const char* kWords[] = {"then",   "next", "endif", "end", "(", ")",    "[",  "]",
+                                    "\"",     "=",    ",",     ":",   "1", "a",    "to", "else",
+                                    "return", "for",  "loop",  "+",   "-", "nope", "\n", "#"};
   for (int faults = 1 + random.Below(3); faults > 0; --faults) {
     const auto pick = [&] { return static_cast<std::size_t>(random.Below(static_cast<int>(pieces.size()))); };
     std::size_t at = pick();

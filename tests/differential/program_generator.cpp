@@ -120,8 +120,8 @@ void ProgramGenerator::GotoLoop() {
 // Out of whatever it stands in: a label behind the next few statements, or one anywhere.
 void ProgramGenerator::Jump() {
   if (!m_labels.empty() && m_random.Percent(15)) {
-    Line("if " + Condition() + " then goto " + m_labels[static_cast<std::size_t>(m_random.Below(
-                                                 static_cast<int>(m_labels.size())))] + " endif");
+    Line("if " + Condition() + " then goto " +
+         m_labels[static_cast<std::size_t>(m_random.Below(static_cast<int>(m_labels.size())))] + " endif");
     return;
   }
   const std::string label = "on" + std::to_string(++m_loops);

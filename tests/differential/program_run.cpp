@@ -193,7 +193,7 @@ Transcript RunProgram(const std::string& file, const std::string& second, const 
     CBrindle interpreter;
     interpreter.SetUserInterface(&user);
     constexpr std::pair<const char16_t*, BrindleCallback> kHost[] = {
-        {u"hostadd", &HostAdd},       {u"hosttext", &HostText},   {u"hostset", &HostSet},  {u"hostobject", &HostObject},
+        {u"hostadd", &HostAdd},     {u"hosttext", &HostText}, {u"hostset", &HostSet},  {u"hostobject", &HostObject},
         {u"hostthrow", &HostThrow}, {u"hostcall", &HostCall}, {u"hostlate", &HostLate}};
     for (const auto& [name, function] : kHost)
       interpreter.AddCustomFunction(name, function, 0, nullptr);

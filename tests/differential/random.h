@@ -21,9 +21,7 @@ public:
     return mixed ^ (mixed >> 31);
   }
   // 0 ... bound - 1
-  [[nodiscard]] int Below(int bound) noexcept {
-    return static_cast<int>(Next() % static_cast<std::uint64_t>(bound));
-  }
+  [[nodiscard]] int Below(int bound) noexcept { return static_cast<int>(Next() % static_cast<std::uint64_t>(bound)); }
   [[nodiscard]] bool Percent(int chance) noexcept { return Below(100) < chance; }
   template <std::size_t Count> [[nodiscard]] std::string Of(const char* const (&choices)[Count]) noexcept {
     return choices[Below(static_cast<int>(Count))];

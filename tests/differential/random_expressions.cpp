@@ -4,8 +4,9 @@
 namespace {
 
 constexpr const char* kNames[] = {"a", "b", "c", "n", "i", "j", "k", "s", "t", "u", "v", "w"};
-constexpr const char* kRareNames[] = {"A",      "N",    "S",     "T",     "x__#1", "a__#1", "a__#2", "s__#2", "nope",
-                                      "nothing", "True", "False", "Nothing", "f1",   "f2",    "p",     "Late",  "late"};
+constexpr const char* kRareNames[] = {"A",       "N",     "S",    "T",       "x__#1", "a__#1",
+                                      "a__#2",   "s__#2", "nope", "nothing", "True",  "False",
+                                      "Nothing", "f1",    "f2",   "p",       "Late",  "late"};
 constexpr const char* kArrays[] = {"p", "q", "r"};
 
 } // namespace
@@ -27,9 +28,9 @@ std::string ProgramGenerator::NumberText() {
 }
 
 std::string ProgramGenerator::Literal() {
-  constexpr const char* kTexts[] = {"\"\"",    "\"x\"",  "\"abc\"", "\"12\"",  "\"1.5e2x\"", "\" 7\"",
+  constexpr const char* kTexts[] = {"\"\"",    "\"x\"",  "\"abc\"", "\"12\"",   "\"1.5e2x\"", "\" 7\"",
                                     "\"-3\"",  "\"+\"",  "\"%d\"",  "\"%.2f\"", "\"ä€\"",     "\"a,b;c\"",
-                                    "\"key\"", "\"m1\"", "\"*\"",   "\"p\"",   "\"n\""};
+                                    "\"key\"", "\"m1\"", "\"*\"",   "\"p\"",    "\"n\""};
   return m_random.Of(kTexts);
 }
 
@@ -76,30 +77,35 @@ std::string ProgramGenerator::BuiltInCall(int depth, bool text) {
     const char* name;
     int arguments;
   };
-  constexpr BuiltIn kTexts[] = {{"left", 2},  {"right", 2}, {"mid", 3},     {"replace", 3}, {"lcase", 1},
-                                {"ucase", 1}, {"str", 1},   {"repeat", 2},  {"format", 2},  {"hosttext", 1},
-                                {"mapget", 2}, {"mapgetkeys", 1}};
-  constexpr BuiltIn kNumbers[] = {
-      {"len", 1},   {"val", 1},         {"instr", 2},    {"int", 1},         {"abs", 1},     {"max", 2},
-      {"min", 2},   {"sqr", 1},         {"sin", 1},      {"log2", 1},        {"ubound", 1},  {"isnan", 1},
-      {"loword", 1}, {"swap", 1},       {"maphas", 2},   {"hostadd", 2},     {"hostset", 2}, {"garbagecollection", 0},
-      {"rand", 1},  {"getvarstats", 0}, {"mapset", 3},   {"mapgetvalues", 1}, {"hostobject", 0}, {"latehost", 1},
-      {"hostlate", 0}, {"pointoffset", 7}, {"hostcall", 1}, {"mapremove", 2}};
+  constexpr BuiltIn kTexts[] = {{"left", 2},   {"right", 2},    {"mid", 3},    {"replace", 3},
+                                {"lcase", 1},  {"ucase", 1},    {"str", 1},    {"repeat", 2},
+                                {"format", 2}, {"hosttext", 1}, {"mapget", 2}, {"mapgetkeys", 1}};
+  constexpr BuiltIn kNumbers[] = {{"len", 1},          {"val", 1},         {"instr", 2},
+                                  {"int", 1},          {"abs", 1},         {"max", 2},
+                                  {"min", 2},          {"sqr", 1},         {"sin", 1},
+                                  {"log2", 1},         {"ubound", 1},      {"isnan", 1},
+                                  {"loword", 1},       {"swap", 1},        {"maphas", 2},
+                                  {"hostadd", 2},      {"hostset", 2},     {"garbagecollection", 0},
+                                  {"rand", 1},         {"getvarstats", 0}, {"mapset", 3},
+                                  {"mapgetvalues", 1}, {"hostobject", 0},  {"latehost", 1},
+                                  {"hostlate", 0},     {"pointoffset", 7}, {"hostcall", 1},
+                                  {"mapremove", 2}};
   constexpr std::size_t kCommonNumbers = 9;
   constexpr std::size_t kCommonTexts = 3;
-  const BuiltIn call = text ? kTexts[m_random.Below(
-                                  static_cast<int>(m_random.Percent(50) ? kCommonTexts : std::size(kTexts)))]
-                            : kNumbers[m_random.Below(static_cast<int>(m_random.Percent(60) ? kCommonNumbers
-                                                                                             : std::size(kNumbers)))];
+  const BuiltIn call =
+      text ? kTexts[m_random.Below(static_cast<int>(m_random.Percent(50) ? kCommonTexts : std::size(kTexts)))]
+           : kNumbers[m_random.Below(static_cast<int>(m_random.Percent(60) ? kCommonNumbers : std::size(kNumbers)))];
   const std::string name = call.name;
   const int count = m_random.Percent(94) ? call.arguments : m_random.Below(4);
   std::string out = name + "(";
   for (int i = 0; i < count; ++i) {
     out += i > 0 ? ", " : "";
-    const bool isName = i == 0 && (name.starts_with("map") || name == "ubound" || name == "hostset" || name == "hostcall");
+    const bool isName =
+        i == 0 && (name.starts_with("map") || name == "ubound" || name == "hostset" || name == "hostcall");
     if (isName)
-      out += name.starts_with("map") ? "\"m1\"" : name == "hostcall" ? "\"f" + std::to_string(m_random.Below(4)) + "\""
-                                                                      : "\"" + Name() + "\"";
+      out += name.starts_with("map") ? "\"m1\""
+             : name == "hostcall"    ? "\"f" + std::to_string(m_random.Below(4)) + "\""
+                                     : "\"" + Name() + "\"";
     else if (name == "rand")
       out += "0";
     else if (name == "format" && i == 1)

@@ -53,7 +53,9 @@ public:
   }
 
 private:
-  [[nodiscard]] std::size_t Size() const { return m_trial.program.size() + m_trial.second.size() + m_trial.routes.size(); }
+  [[nodiscard]] std::size_t Size() const {
+    return m_trial.program.size() + m_trial.second.size() + m_trial.routes.size();
+  }
   bool Accept(Trial candidate) {
     if (++m_tries > kMostTries || CompareApart(candidate, m_folder, false) != m_wanted)
       return false;
@@ -61,9 +63,9 @@ private:
     return true;
   }
   // Halves first, then smaller and smaller runs of parts.
-  void LeaveOut(std::string Trial::* text, char separator) {
+  void LeaveOut(std::string Trial::*text, char separator) {
     for (std::size_t run = std::max<std::size_t>(1, Split(m_trial.*text, separator).size() / 2); run > 0; run /= 2) {
-      for (std::size_t at = 0;; ) {
+      for (std::size_t at = 0;;) {
         std::vector<std::string> parts = Split(m_trial.*text, separator);
         if (at >= parts.size())
           break;

@@ -166,6 +166,7 @@ bool FastCompiler::Assignment(const Token& name) {
     return false;
   if (global == nullptr)
     return ValueTo(*value, slot);
+  const std::size_t live = CountLive();
   Operand source;
   if (KindOf(*value) != ValueKind::Number || value->kind == FastNode::Variable || value->kind == FastNode::Element) {
     if (!ValueInTemporary(*value, source))
@@ -180,6 +181,7 @@ bool FastCompiler::Assignment(const Token& name) {
     if (!NewValue(integer))
       return false;
     Emit(FastOperation::StoreInteger, integer.slot, source.slot);
+    PopTo(live); // one value for one piece of text
     Push(integer, *value);
     source = integer;
   }

@@ -116,8 +116,8 @@ private:
   FastStatement* m_statement = nullptr;
   std::vector<std::int32_t> m_live;    // in the code's list of operands
   std::vector<std::size_t> m_deferred; // how many operands were live before each of those not tested yet
-  std::size_t m_firstCell = 0;      // of the statement
-  std::uint32_t m_skippedTo = 0;    // the word that the last forward skip stopped on
+  std::size_t m_firstCell = 0;         // of the statement
+  std::uint32_t m_skippedTo = 0;       // the word that the last forward skip stopped on
   std::uint32_t m_numbers = 0;
   std::uint32_t m_values = 0;
   std::uint32_t m_recordedNames = 0; // arguments that a call in progress has read

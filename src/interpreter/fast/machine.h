@@ -31,9 +31,9 @@ struct FastFrame {
   const FastCell* pc = nullptr; // where its caller goes on, behind the cells of the call
   VariableSlot* base = nullptr; // the caller's frame of variables, as long as frames have that size
   std::uint32_t frameSize = 0;
-  std::uint32_t control = 0; // size of the control stack
+  std::uint32_t control = 0;    // size of the control stack
   std::uint32_t generation = 0; // of the code, when the call was made
-  bool stop = false;         // the caller's
+  bool stop = false;            // the caller's
 
   [[nodiscard]] const FastCallee& Callee() const noexcept { return *static_cast<const FastCallee*>(pc[-1].Pointer()); }
   // Arguments that the caller's statement has read.

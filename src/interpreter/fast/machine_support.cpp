@@ -7,6 +7,7 @@
 #include "interpreter/state.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace brindle {
 
@@ -100,11 +101,11 @@ FastMachine::Way FastMachine::GiveUp(const FastCell* pc, const FastCell*& resume
   m_interpreter.get_token();
   if (m_fast.frames.size() == m_depth) {
     m_interpreter.Exec_command();
-    m_fast.tape.Clear();
+    assert(m_fast.tape.IsEmpty());
     return Way::Left;
   }
   const auto body = m_interpreter.StepBody();
-  m_fast.tape.Clear();
+  assert(m_fast.tape.IsEmpty());
   switch (body) {
   case CBrindle::BodyState::Ended: return Way::Returned;
   case CBrindle::BodyState::Failed: return Way::Failed;

@@ -145,12 +145,16 @@ public:
   }
   // Forgets what every statement was compiled to; what is running now keeps its cells.
   void Forget() noexcept {
+    ++m_nGeneration;
     for (FastEntry& entry : m_entries) {
       entry.code = nullptr;
       entry.statement = nullptr;
       entry.refused = false;
     }
   }
+
+  // Changes whenever everything is forgotten.
+  [[nodiscard]] std::uint32_t Generation() const noexcept { return m_nGeneration; }
 
   // What the cells refer to; addresses stay.
   std::deque<FastChunk> m_chunks;
@@ -166,6 +170,7 @@ public:
   std::uint64_t functions = 0;                                 // generation of the function tables, likewise
 
 private:
+  std::uint32_t m_nGeneration = 0;
   std::deque<FastEntry> m_entries;
 };
 

@@ -5,6 +5,7 @@
 #include "interpreter/state.h"
 #include "platform/number_text.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace brindle {
@@ -76,11 +77,13 @@ bool FastCompiler::Intrinsic(FastNode& node, FUNCTION_TYPE code, Operand& out, b
     return TextIntrinsic(node, code, out, isKnown);
 
   const std::size_t live = CountLive();
+  const std::uint32_t recordedNames = m_recordedNames;
   Operand operands[2];
-  for (std::size_t i = 0; i < node.arguments.size(); ++i)
+  for (std::size_t i = 0; i < node.arguments.size(); ++i, ++m_recordedNames)
     if (!NumberOperand(*node.arguments[i], false, operands[i]) ||
         !InNumberTemporary(*node.arguments[i], false, operands[i]))
       return false;
+  m_recordedNames = recordedNames;
   std::size_t cell = 0;
   if (isExtreme) {
     cell = Emit(FastOperation::Extreme, 0, operands[0].slot, operands[1].slot);
@@ -104,13 +107,16 @@ bool FastCompiler::Intrinsic(FastNode& node, FUNCTION_TYPE code, Operand& out, b
 bool FastCompiler::TextIntrinsic(FastNode& node, FUNCTION_TYPE code, Operand& out, bool& isKnown) {
   isKnown = true;
   const std::size_t live = CountLive();
+  const std::size_t deferred = CountDeferred();
   std::vector<FastPart> parts;
-  bool effects = false;
+  PartUse use = PartUse::InPlace;
   for (const FastNode* argument : node.arguments)
-    effects = effects || HasEffects(*argument);
-  if (!TextPart(*node.arguments[0], parts, effects))
+    use = std::max(use, PartUseFor(*argument, PartUse::Tested));
+  const std::uint32_t recordedNames = m_recordedNames;
+  if (!TextPart(*node.arguments[0], parts, use))
     return false;
-  if (code == FUNCTION_INSTR && !TextPart(*node.arguments[1], parts, effects))
+  ++m_recordedNames;
+  if (code == FUNCTION_INSTR && !TextPart(*node.arguments[1], parts, use))
     return false;
   Operand first;
   Operand count;
@@ -118,9 +124,12 @@ bool FastCompiler::TextIntrinsic(FastNode& node, FUNCTION_TYPE code, Operand& ou
   if (hasNumbers &&
       (!NumberOperand(*node.arguments[1], false, first) || !InNumberTemporary(*node.arguments[1], false, first)))
     return false;
+  ++m_recordedNames;
   if (code == FUNCTION_MID &&
       (!NumberOperand(*node.arguments[2], false, count) || !InNumberTemporary(*node.arguments[2], false, count)))
     return false;
+
+  m_recordedNames = recordedNames;
 
   m_code.m_parts.push_back(std::move(parts));
   const void* const data = &m_code.m_parts.back();
@@ -134,6 +143,7 @@ bool FastCompiler::TextIntrinsic(FastNode& node, FUNCTION_TYPE code, Operand& ou
   }
   EmitData(data, static_cast<std::uint32_t>(code), 0U);
   PopTo(live);
+  m_deferred.resize(deferred);
   if (isText ? !NewValue(out) : !NewNumber(out))
     return false;
   out.isInteger = code == FUNCTION_LEN || code == FUNCTION_INSTR;
@@ -209,7 +219,7 @@ FastCallee* FastCompiler::CalleeOf(CFuncDesc& function, std::size_t arguments) {
     return nullptr;
   // The body begins on the next line.
   std::uint32_t position = parser.Take().end;
-  while (!IsLineEnd(m_text.At(position)))
+  while (position < m_text.Length() && !IsLineEnd(m_text.At(position)))
     ++position;
   callee.body = EntryFrom(position);
   m_code.m_callees.push_back(std::move(callee));
@@ -249,7 +259,7 @@ bool FastCompiler::Call(FastNode& node, Operand& out, bool isStatement) {
     while (m_chunk->cells.size() < m_firstCell + 2)
       Emit(FastOperation::Nothing);
     cell = Emit(FastOperation::Call, first, 0, isStatement ? 1 : 0);
-    EmitData(callee, m_recordedNames, m_next);
+    EmitData(callee, m_recordedNames, node.closing->start);
   } else {
     // Host functions and externals look at more than their arguments.
     if (function->m_pHandler == nullptr || function->m_nKind != CFuncDesc::kBuiltIn || code == FUNCTION_HOST ||

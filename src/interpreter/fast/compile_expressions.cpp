@@ -104,6 +104,40 @@ bool FastCompiler::HasEffects(const FastNode& node) {
   return true;
 }
 
+namespace {
+
+// Whether it reads an array's item, which moves the array's current index.
+bool HasItems(const FastNode& node) {
+  if (node.kind == FastNode::Element)
+    return true;
+  for (const FastNode* argument : node.arguments)
+    if (HasItems(*argument))
+      return true;
+  return (node.left != nullptr && HasItems(*node.left)) || (node.right != nullptr && HasItems(*node.right));
+}
+
+} // namespace
+
+// Whether the first thing that evaluating it does is to test that variable as a left operand.
+bool FastCompiler::TestsFirst(const FastNode& node, std::uint32_t slot) {
+  std::uint32_t first = 0;
+  switch (node.kind) {
+  case FastNode::Variable: return LocalSlot(*node.token, first) && first == slot;
+  case FastNode::Arithmetic: return node.left->kind != FastNode::Element && TestsFirst(*node.left, slot);
+  case FastNode::Element: return !HasItems(*node.left) && TestsFirst(*node.left, slot);
+  case FastNode::Group: return TestsFirst(*node.left, slot);
+  default: return false;
+  }
+}
+
+// Whether an operand that is read only behind the evaluation of what follows it would show: then a call could have
+// changed it, or the failure of the operand, on which the executing parser reads no further, comes when an array's
+// current index has moved already.
+bool FastCompiler::MayDiverge(const Operand& operand, const FastNode& later) {
+  return operand.kind == Operand::S && !operand.isLive &&
+         (HasEffects(later) || (HasItems(later) && !TestsFirst(later, operand.slot)));
+}
+
 // An operand that is not in a temporary yet goes there: a variable, a constant, a value that a call gave.
 bool FastCompiler::InNumberTemporary(FastNode& node, bool isLeft, Operand& operand) {
   if (operand.kind == Operand::N)
@@ -190,9 +224,11 @@ bool FastCompiler::Arithmetic(FastNode& node, const std::uint32_t* variable, Ope
   Operand left;
   if (!NumberOperand(*node.left, true, left))
     return false;
-  if (inTemporaries || (left.kind == Operand::S && !left.isLive && HasEffects(*node.right)))
+  if (inTemporaries || MayDiverge(left, *node.right))
     if (!InNumberTemporary(*node.left, true, left))
       return false;
+  const std::size_t deferred = CountDeferred();
+  Defer(left);
   Operand right;
   if (!NumberOperand(*node.right, false, right))
     return false;
@@ -213,6 +249,7 @@ bool FastCompiler::Arithmetic(FastNode& node, const std::uint32_t* variable, Ope
       EmitData(nullptr, left.kind == Operand::K ? left.number : right.number);
   }
   PopTo(live);
+  m_deferred.resize(deferred);
   if (variable != nullptr && !inTemporaries)
     return true;
   if (!NewNumber(out))
@@ -226,10 +263,11 @@ bool FastCompiler::Arithmetic(FastNode& node, const std::uint32_t* variable, Ope
   return true;
 }
 
-bool FastCompiler::IndexOperand(FastNode& index, bool keep, Operand& out) {
+// `later` is evaluated before the index is used.
+bool FastCompiler::IndexOperand(FastNode& index, const FastNode* later, Operand& out) {
   if (!NumberOperand(index, true, out))
     return false;
-  if (out.kind == Operand::K || (keep && !out.isLive))
+  if (out.kind == Operand::K || (later != nullptr && MayDiverge(out, *later)))
     return InNumberTemporary(index, true, out);
   return true;
 }
@@ -242,7 +280,7 @@ bool FastCompiler::ItemTo(FastNode& node, const std::uint32_t* slot, Operand& ou
   if (!ResolveName(*node.token, array, global))
     return false;
   Operand index;
-  if (!IndexOperand(*node.left, false, index))
+  if (!IndexOperand(*node.left, nullptr, index))
     return false;
   std::size_t cell = 0;
   if (global == nullptr) {
@@ -320,13 +358,19 @@ bool FastCompiler::ValueInTemporary(FastNode& node, Operand& out) {
   return true;
 }
 
-bool FastCompiler::TextParts(FastNode& node, std::vector<FastPart>& parts, bool keep) {
-  if (node.kind != FastNode::Arithmetic || KindOf(node) != ValueKind::Text)
-    return TextPart(node, parts, keep);
-  return TextParts(*node.left, parts, keep) && TextPart(*node.right, parts, keep);
+FastCompiler::PartUse FastCompiler::PartUseFor(const FastNode& node, PartUse tested) {
+  if (HasEffects(node))
+    return PartUse::Kept;
+  return HasItems(node) ? tested : PartUse::InPlace;
 }
 
-bool FastCompiler::TextPart(FastNode& node, std::vector<FastPart>& parts, bool keep) {
+bool FastCompiler::TextParts(FastNode& node, std::vector<FastPart>& parts, PartUse use) {
+  if (node.kind != FastNode::Arithmetic || KindOf(node) != ValueKind::Text)
+    return TextPart(node, parts, use);
+  return TextParts(*node.left, parts, use) && TextPart(*node.right, parts, use);
+}
+
+bool FastCompiler::TextPart(FastNode& node, std::vector<FastPart>& parts, PartUse use) {
   FastPart part;
   Operand operand;
   switch (node.kind) {
@@ -342,8 +386,12 @@ bool FastCompiler::TextPart(FastNode& node, std::vector<FastPart>& parts, bool k
     VariableSlot* global = nullptr;
     if (!ResolveName(*node.token, part.slot, global))
       return false;
-    if (global == nullptr && !keep)
+    if (global == nullptr && use != PartUse::Kept) {
+      if (use != PartUse::InPlace)
+        Emit(FastOperation::Check, part.slot, use == PartUse::TestedText && parts.empty() ? 1 : 0);
+      Defer(Operand{Operand::S, part.slot});
       break;
+    }
     if (!ValueInTemporary(node, operand))
       return false;
     part.slot = operand.slot;
@@ -368,13 +416,15 @@ bool FastCompiler::TextPart(FastNode& node, std::vector<FastPart>& parts, bool k
 
 bool FastCompiler::JoinTo(FastNode& node, std::uint32_t slot) {
   const std::size_t live = CountLive();
+  const std::size_t deferred = CountDeferred();
   std::vector<FastPart> parts;
-  if (!TextParts(node, parts, HasEffects(node)))
+  if (!TextParts(node, parts, PartUseFor(node, PartUse::TestedText)))
     return false;
   m_code.m_parts.push_back(std::move(parts));
   Emit(FastOperation::Join, slot);
   EmitData(&m_code.m_parts.back());
   PopTo(live);
+  m_deferred.resize(deferred);
   return true;
 }
 

@@ -7,6 +7,8 @@
 #include "platform/number_text.h"
 #include "platform/unicode.h"
 
+#include <algorithm>
+
 namespace brindle {
 
 namespace {
@@ -46,6 +48,7 @@ void FastCompiler::BeginStatement(FastEntry& entry) {
   m_statement->bails = 0;
   ++m_statement->compiles;
   m_live.clear();
+  m_deferred.clear();
   m_numbers = m_values = m_recordedNames = 0;
   m_fallsThrough = true;
   m_firstCell = m_chunk->cells.size();
@@ -56,6 +59,7 @@ void FastCompiler::DropStatement(std::size_t firstCell) {
   m_chunk->operands.resize(firstCell);
   m_chunk->statements.resize(firstCell);
   m_live.clear();
+  m_deferred.clear();
   m_numbers = m_values = 0;
 }
 
@@ -69,6 +73,7 @@ void FastCompiler::Compile(const Token& first) {
     FastEntry& entry = m_code.EntryOf(*token);
     const bool isCandidate = token->kind == TOKEN_VARIABLE || token->kind == TOKEN_COMMAND;
     m_live.clear();
+    m_deferred.clear();
     m_statement = nullptr;
     const bool isTooMany = entry.statement != nullptr && entry.statement->compiles >= kMostCompiles;
     if (isTooMany)
@@ -161,6 +166,7 @@ bool FastCompiler::Assignment(const Token& name) {
     return false;
   if (global == nullptr)
     return ValueTo(*value, slot);
+  const std::size_t live = CountLive();
   Operand source;
   if (KindOf(*value) != ValueKind::Number || value->kind == FastNode::Variable || value->kind == FastNode::Element) {
     if (!ValueInTemporary(*value, source))
@@ -175,6 +181,7 @@ bool FastCompiler::Assignment(const Token& name) {
     if (!NewValue(integer))
       return false;
     Emit(FastOperation::StoreInteger, integer.slot, source.slot);
+    PopTo(live); // one value for one piece of text
     Push(integer, *value);
     source = integer;
   }
@@ -188,8 +195,9 @@ bool FastCompiler::AssignElement(FastNode& place, FastNode& value) {
   std::uint32_t array = 0;
   VariableSlot* global = nullptr;
   Operand index;
-  if (!ResolveName(*place.token, array, global) || !IndexOperand(*place.left, HasEffects(value), index))
+  if (!ResolveName(*place.token, array, global) || !IndexOperand(*place.left, &value, index))
     return false;
+  Defer(index);
   if (value.kind == FastNode::Number && global == nullptr) {
     Emit(FastOperation::SetItemConstant, array, index.slot);
     EmitData(nullptr, value.token->number);
@@ -237,7 +245,7 @@ bool FastCompiler::ReadCondition(FastNode*& left, LOGICAL_OPERATION& operation, 
 bool FastCompiler::EmitCondition(FastNode& left, LOGICAL_OPERATION operation, FastNode& right, FastEntry& entry,
                                  bool whenTrue) {
   const std::size_t live = CountLive();
-  const bool effects = HasEffects(right);
+  const std::size_t deferred = CountDeferred();
   const ValueKind kind = KindOf(left);
   if (kind == ValueKind::Other)
     return false;
@@ -253,13 +261,15 @@ bool FastCompiler::EmitCondition(FastNode& left, LOGICAL_OPERATION operation, Fa
       return true;
     }
     std::vector<FastPart> parts;
-    if (!TextPart(left, parts, effects) || !TextPart(right, parts, effects))
+    const PartUse use = PartUseFor(right, PartUse::TestedText);
+    if (!TextPart(left, parts, use) || !TextPart(right, parts, use))
       return false;
     m_code.m_parts.push_back(std::move(parts));
     Emit(FastOperation::IfText, static_cast<std::uint32_t>(operation));
     EmitData(&entry);
     EmitData(&m_code.m_parts.back());
     PopTo(live);
+    m_deferred.resize(deferred);
     return true;
   }
 
@@ -267,8 +277,9 @@ bool FastCompiler::EmitCondition(FastNode& left, LOGICAL_OPERATION operation, Fa
   Operand y;
   if (!NumberOperand(left, true, x))
     return false;
-  if (x.kind == Operand::S && !x.isLive && effects && !InNumberTemporary(left, true, x))
+  if ((operation == LOGICAL_ABOUT_EQUAL || MayDiverge(x, right)) && !InNumberTemporary(left, true, x))
     return false;
+  Defer(x);
   if (!NumberOperand(right, false, y))
     return false;
   if (x.kind == Operand::K && y.kind == Operand::K && !InNumberTemporary(left, true, x))
@@ -286,7 +297,7 @@ bool FastCompiler::EmitCondition(FastNode& left, LOGICAL_OPERATION operation, Fa
   default: break;
   }
   if (first == FastOperation::IfAbout) {
-    if (whenTrue || !InNumberTemporary(left, true, x) || !InNumberTemporary(right, false, y))
+    if (whenTrue || !InNumberTemporary(right, false, y))
       return false;
     Emit(first, 0, x.slot, y.slot);
   } else {
@@ -295,6 +306,7 @@ bool FastCompiler::EmitCondition(FastNode& left, LOGICAL_OPERATION operation, Fa
   }
   EmitData(&entry, x.kind == Operand::K ? x.number : y.number);
   PopTo(live);
+  m_deferred.resize(deferred);
   return true;
 }
 
@@ -361,10 +373,15 @@ bool FastCompiler::For() {
   Operand first;
   Operand last;
   if (behind == nullptr || Reads(*end, slot) || !NumberOperand(*start, false, first) ||
-      !InNumberTemporary(*start, false, first) || !NumberOperand(*end, false, last) ||
-      !InNumberTemporary(*end, false, last))
+      !InNumberTemporary(*start, false, first))
+    return false;
+  const std::size_t endCells = m_chunk->cells.size();
+  const std::int32_t started = m_live.back();
+  if (!NumberOperand(*end, false, last) || !InNumberTemporary(*end, false, last))
     return false;
   Emit(FastOperation::For, slot, first.slot, last.slot);
+  // The handlers of a variable that is watched run between the two: the end value is computed anew behind them.
+  std::fill(m_chunk->operands.begin() + static_cast<std::ptrdiff_t>(endCells), m_chunk->operands.end(), started);
   EmitData(&name, body, 0U);
   EmitData(behind);
   return true;

@@ -32,9 +32,10 @@ bool MayGiveUp(FastOperation operation) {
 } // namespace
 
 std::size_t FastCompiler::Emit(FastOperation operation, std::uint32_t a, std::uint32_t b, std::uint32_t c) {
-  const auto append = [this](const FastCell& cell) {
+  const std::size_t usable = m_deferred.empty() ? m_live.size() : m_deferred.front();
+  const auto append = [this, usable](const FastCell& cell) {
     m_chunk->cells.push_back(cell);
-    m_chunk->operands.push_back(m_live.empty() ? -1 : m_live.back());
+    m_chunk->operands.push_back(usable == 0 ? -1 : m_live[usable - 1]);
     m_chunk->statements.push_back(m_statement);
   };
   if (m_state.fast.mode == FastMode::Eager && MayGiveUp(operation))

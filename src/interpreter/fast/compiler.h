@@ -37,6 +37,9 @@ private:
     bool isLive = false; // on the stack of live operands
   };
   enum class ValueKind { Unknown, Number, Text, Other };
+  // How a variable among the parts of a text is read: where it stands, the same but tested in its turn (the first one
+  // for being text, if it has to be), or into a temporary.
+  enum class PartUse { InPlace, Tested, TestedText, Kept };
   // ---- statements (compile_statements.cpp)
   [[nodiscard]] bool Statement(const Token& first);
   [[nodiscard]] bool Assignment(const Token& name);
@@ -65,12 +68,15 @@ private:
   [[nodiscard]] bool ValueTo(FastNode& node, std::uint32_t slot);
   [[nodiscard]] bool ValueInTemporary(FastNode& node, Operand& out);
   [[nodiscard]] bool ItemTo(FastNode& node, const std::uint32_t* slot, Operand& out);
-  [[nodiscard]] bool IndexOperand(FastNode& index, bool keep, Operand& out);
-  [[nodiscard]] bool TextParts(FastNode& node, std::vector<FastPart>& parts, bool keep);
-  [[nodiscard]] bool TextPart(FastNode& node, std::vector<FastPart>& parts, bool keep);
+  [[nodiscard]] bool IndexOperand(FastNode& index, const FastNode* later, Operand& out);
+  [[nodiscard]] bool TextParts(FastNode& node, std::vector<FastPart>& parts, PartUse use);
+  [[nodiscard]] bool TextPart(FastNode& node, std::vector<FastPart>& parts, PartUse use);
+  [[nodiscard]] PartUse PartUseFor(const FastNode& node, PartUse tested);
   [[nodiscard]] bool JoinTo(FastNode& node, std::uint32_t slot);
   [[nodiscard]] ValueKind KindOf(const FastNode& node);
   [[nodiscard]] bool HasEffects(const FastNode& node);
+  [[nodiscard]] bool MayDiverge(const Operand& operand, const FastNode& later);
+  [[nodiscard]] bool TestsFirst(const FastNode& node, std::uint32_t slot);
 
   // ---- calls (compile_calls.cpp)
   [[nodiscard]] bool Call(FastNode& node, Operand& out, bool isStatement);
@@ -92,6 +98,13 @@ private:
   void Push(Operand& operand, const FastNode& node);
   void PopTo(std::size_t count);
   void Relabel(const FastNode& node);
+  // An operand that is read where it stands stays untested until its operation: what is computed in between is of no
+  // use to the executing parser, which would meet the operand first.
+  void Defer(const Operand& operand) {
+    if (operand.kind == Operand::S && !operand.isLive)
+      m_deferred.push_back(CountLive());
+  }
+  [[nodiscard]] std::size_t CountDeferred() const noexcept { return m_deferred.size(); }
   [[nodiscard]] std::size_t CountLive() const noexcept { return m_live.size(); }
   [[nodiscard]] bool ResolveName(const Token& name, std::uint32_t& slot, VariableSlot*& global);
 
@@ -102,9 +115,10 @@ private:
   FastParser m_parser;
   FastChunk* m_chunk = nullptr;
   FastStatement* m_statement = nullptr;
-  std::vector<std::int32_t> m_live; // in the code's list of operands
-  std::size_t m_firstCell = 0;      // of the statement
-  std::uint32_t m_skippedTo = 0;    // the word that the last forward skip stopped on
+  std::vector<std::int32_t> m_live;    // in the code's list of operands
+  std::vector<std::size_t> m_deferred; // how many operands were live before each of those not tested yet
+  std::size_t m_firstCell = 0;         // of the statement
+  std::uint32_t m_skippedTo = 0;       // the word that the last forward skip stopped on
   std::uint32_t m_numbers = 0;
   std::uint32_t m_values = 0;
   std::uint32_t m_recordedNames = 0; // arguments that a call in progress has read

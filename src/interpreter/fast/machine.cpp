@@ -424,7 +424,9 @@ For: {
 }
 Next: {
   FastLoop& loop = *static_cast<FastLoop*>(pc[1].Pointer());
-  if (state.control.empty() || (state.control.back().site != loop.site || loop.site == nullptr)) [[unlikely]]
+  // The same "for" has another body when its end expression could not be read to the end.
+  if (state.control.empty() || state.control.back().site != loop.site ||
+      state.control.back().position != loop.position || loop.site == nullptr) [[unlikely]]
     if (!machine->LinkLoop(loop, true))
       goto giveUp;
   VariableSlot& counter = base[loop.slot];
@@ -458,6 +460,11 @@ PopLoop:
   state.control.pop_back();
   NEXT(1);
 
+Check:
+  if (!SLOT(a).IsDefined() || !RawValues::IsPlain(RawValues::Kind(SLOT(a))) ||
+      (pc->b != 0 && RawValues::Kind(SLOT(a)) != RawValues::kText)) [[unlikely]]
+    goto giveUp;
+  NEXT(1);
 Join:
   if (!JoinParts(*static_cast<const std::vector<FastPart>*>(pc[1].Pointer()), base, SLOT(a))) [[unlikely]]
     goto giveUp;
@@ -514,7 +521,8 @@ Call: {
   if (!machine->CanEnter(callee, inner, base + pc->a)) [[unlikely]]
     goto giveUp;
   state.fast.frames.push_back({pc + 2, base, static_cast<std::uint32_t>(store.FrameSize()),
-                               static_cast<std::uint32_t>(state.control.size()), state.stop});
+                               static_cast<std::uint32_t>(state.control.size()), machine->m_code.Generation(),
+                               state.stop});
   ++state.m_nScopeLevel;
   state.stop = false; // a call runs in full, also while the statement that ended the program finishes
   RawValues::PutUndefined(inner[callee.result]);
@@ -546,24 +554,27 @@ Return:
 returned: {
   pc = state.fast.frames.back().pc;
   const bool isStatement = state.fast.frames.back().IsStatement();
-  position = state.fast.frames.back().Behind();
+  const std::uint32_t generation = state.fast.frames.back().generation;
+  position = state.fast.frames.back().Closing() + 1;
   machine->FinishCall(way != Way::Failed);
   base = store.FrameAt(state.m_nScopeLevel);
-  if (state.stop || machine->IsStale()) [[unlikely]] {
+  if (state.stop || machine->IsStale(generation)) [[unlikely]] {
     if (isStatement)
       goto leave;
     goto giveUp;
   }
-  // What was found here holds for the calls below as well, until others' code runs again.
-  isForeign = false;
+  // What was found here holds for the calls below as well, until others' code runs again; but not when the code was
+  // forgotten since the first of them was made.
+  isForeign = machine->IsForgotten();
   goto *(origin + pc->operation);
 }
-BuiltIn:
+BuiltIn: {
+  const std::uint32_t generation = machine->m_code.Generation();
   if (!machine->RunBuiltIn(pc, base)) [[unlikely]]
     goto giveUp;
   isForeign = true;
   base = store.FrameAt(state.m_nScopeLevel);
-  if (state.stop || machine->IsStale()) [[unlikely]] {
+  if (state.stop || machine->IsStale(generation)) [[unlikely]] {
     position = pc[1].c;
     if (pc[1].b != 0)
       goto leave;
@@ -571,6 +582,7 @@ BuiltIn:
     goto giveUp;
   }
   NEXT(2);
+}
 }
 
 // clang-format on

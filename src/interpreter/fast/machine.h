@@ -31,14 +31,15 @@ struct FastFrame {
   const FastCell* pc = nullptr; // where its caller goes on, behind the cells of the call
   VariableSlot* base = nullptr; // the caller's frame of variables, as long as frames have that size
   std::uint32_t frameSize = 0;
-  std::uint32_t control = 0; // size of the control stack
-  bool stop = false;         // the caller's
+  std::uint32_t control = 0;    // size of the control stack
+  std::uint32_t generation = 0; // of the code, when the call was made
+  bool stop = false;            // the caller's
 
   [[nodiscard]] const FastCallee& Callee() const noexcept { return *static_cast<const FastCallee*>(pc[-1].Pointer()); }
   // Arguments that the caller's statement has read.
   [[nodiscard]] std::uint32_t RecordedNames() const noexcept { return pc[-1].b; }
-  // The position behind a "call" statement.
-  [[nodiscard]] std::uint32_t Behind() const noexcept { return pc[-1].c; }
+  // The position of the call's ")".
+  [[nodiscard]] std::uint32_t Closing() const noexcept { return pc[-1].c; }
   // The caller's slot for the value.
   [[nodiscard]] std::uint32_t Destination() const noexcept { return pc[-2].b; }
   [[nodiscard]] bool IsStatement() const noexcept { return pc[-2].c != 0; }
@@ -92,7 +93,12 @@ private:
   enum class Way { Compiled, Returned, Failed, Left };
 
   [[nodiscard]] bool IsOutermost() const noexcept;
-  [[nodiscard]] bool IsStale() const noexcept;
+  // Whether some call in progress was made by cells that were forgotten since.
+  [[nodiscard]] bool IsForgotten() const noexcept {
+    return m_fast.frames.size() > m_depth && m_fast.frames[m_depth].generation != m_code.Generation();
+  }
+  // Whether cells of that generation no longer mean what they did.
+  [[nodiscard]] bool IsStale(std::uint32_t generation) const noexcept;
   // ---- machine_support.cpp
   [[nodiscard]] Way GiveUp(const FastCell* pc, const FastCell*& resume);
   [[nodiscard]] Way Leave(std::uint32_t position, const FastCell*& resume);

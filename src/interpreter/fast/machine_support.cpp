@@ -7,6 +7,7 @@
 #include "interpreter/state.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace brindle {
 
@@ -27,15 +28,19 @@ FastMachine::~FastMachine() {
   if (m_fast.frames.size() <= m_depth)
     return;
   m_state.m_nScopeLevel = m_level;
-  for (std::size_t i = m_depth; i < m_fast.frames.size(); ++i)
+  m_state.position = m_fast.frames[m_depth].Closing(); // where the caller stood
+  // A procedure may have taken entries of its callers: each call drops what was pushed since it was made.
+  for (std::size_t i = m_depth; i < m_fast.frames.size(); ++i) {
     m_state.stop = m_state.stop || m_fast.frames[i].stop;
-  if (m_state.control.size() > m_fast.frames[m_depth].control)
-    m_state.control.resize(m_fast.frames[m_depth].control);
+    if (m_state.control.size() > m_fast.frames[i].control)
+      m_state.control.resize(m_fast.frames[i].control);
+  }
   m_fast.frames.resize(m_depth);
 }
 
-bool FastMachine::IsStale() const noexcept {
-  return m_code.layout != m_state.m_mapVariables.Layout() || m_code.functions != CBrindle::m_nFunctionChanges;
+bool FastMachine::IsStale(std::uint32_t generation) const noexcept {
+  return m_code.Generation() != generation || m_code.layout != m_state.m_mapVariables.Layout() ||
+         m_code.functions != CBrindle::m_nFunctionChanges;
 }
 
 // The executing parser goes on at that position: in its own loop, or here when the procedure was entered here.
@@ -96,11 +101,11 @@ FastMachine::Way FastMachine::GiveUp(const FastCell* pc, const FastCell*& resume
   m_interpreter.get_token();
   if (m_fast.frames.size() == m_depth) {
     m_interpreter.Exec_command();
-    m_fast.tape.Clear();
+    assert(m_fast.tape.IsEmpty());
     return Way::Left;
   }
   const auto body = m_interpreter.StepBody();
-  m_fast.tape.Clear();
+  assert(m_fast.tape.IsEmpty());
   switch (body) {
   case CBrindle::BodyState::Ended: return Way::Returned;
   case CBrindle::BodyState::Failed: return Way::Failed;

@@ -7,6 +7,7 @@
 
 #include "brindle/variable.h"
 
+#include <cassert>
 #include <cstdint>
 #include <vector>
 
@@ -29,6 +30,7 @@ public:
     return &m_entries[m_next++];
   }
   void Record(std::vector<FastTapeEntry>&& entries) noexcept {
+    assert(IsEmpty());
     m_entries = std::move(entries);
     m_next = 0;
   }

@@ -155,20 +155,28 @@ bool FastCompiler::TextIntrinsic(FastNode& node, FUNCTION_TYPE code, Operand& ou
 // A map whose name is written out.
 bool FastCompiler::MapFunction(FastNode& node, FUNCTION_TYPE code, Operand& out, bool isStatement) {
   const std::size_t live = CountLive();
+  const std::size_t deferred = CountDeferred();
+  const std::uint32_t recordedNames = m_recordedNames;
   FastMapUse use;
   use.name = node.arguments[0]->token->text;
+  ++m_recordedNames;
   Operand value;
   const bool isSet = code == FUNCTION_MAPSET;
-  if (!TextPart(*node.arguments[1], use.key, isSet && HasEffects(*node.arguments[2])) ||
-      (isSet && !ValueInTemporary(*node.arguments[2], value)))
+  const PartUse keyUse = isSet ? PartUseFor(*node.arguments[2], PartUse::Tested) : PartUse::InPlace;
+  if (!TextPart(*node.arguments[1], use.key, keyUse))
     return false;
+  ++m_recordedNames;
+  if (isSet && !ValueInTemporary(*node.arguments[2], value))
+    return false;
+  m_recordedNames = recordedNames;
   m_code.m_mapUses.push_back(std::move(use));
-  const std::size_t cell = Emit(isSet                         ? FastOperation::MapSet
-                                : code == FUNCTION_MAPGET ? FastOperation::MapGet
-                                                          : FastOperation::MapHas,
-                                0, value.slot);
+  const FastOperation operation = isSet                     ? FastOperation::MapSet
+                                  : code == FUNCTION_MAPGET ? FastOperation::MapGet
+                                                            : FastOperation::MapHas;
+  const std::size_t cell = Emit(operation, 0, value.slot);
   EmitData(&m_code.m_mapUses.back());
   PopTo(live);
+  m_deferred.resize(deferred);
   if (isStatement)
     return true;
   if (!NewValue(out))

@@ -5,42 +5,64 @@
 
 namespace brindle {
 
+// Room for one more, in a table at most half full; the entries that were removed go.
+void ScriptMap::MakeRoom() {
+  if (2 * (m_nUsed + 1) <= m_places.size())
+    return;
+  constexpr std::size_t kFewest = 16;
+  std::size_t size = kFewest;
+  while (size < 4 * (m_nLive + 1))
+    size *= 2;
+  std::vector<Place> places(size);
+  std::erase(m_entries, nullptr);
+  for (std::size_t i = 0; i < m_entries.size(); ++i) {
+    const std::uint32_t hash = m_entries[i]->key.Hash();
+    std::size_t place = hash & (size - 1);
+    while (places[place].entry != kFree)
+      place = (place + 1) & (size - 1);
+    places[place] = {hash, static_cast<std::uint32_t>(i)};
+  }
+  m_places = std::move(places);
+  m_nUsed = m_nLive;
+}
+
 void ScriptMap::Set(const CString& key, const CBasicVariable& value) {
-  const auto [place, added] = m_places.try_emplace(key, m_entries.size());
-  if (!added) {
-    m_entries[place->second].value->Set(value);
+  const std::uint32_t hash = key.Hash();
+  const std::size_t known = PlaceOf(key, hash);
+  if (known != kNowhere) {
+    // The old value ends last: the end of an object may come back to this map.
+    auto fresh = std::make_unique<Entry>(Entry{key, value});
+    const std::unique_ptr<Entry> old = std::exchange(m_entries[m_places[known].entry], std::move(fresh));
     return;
   }
-  try {
-    m_entries.push_back({key, std::make_unique<CBasicVariable>(value)});
-  } catch (...) {
-    m_places.erase(key);
-    throw;
-  }
+  auto fresh = std::make_unique<Entry>(Entry{key, value});
+  MakeRoom();
+  m_entries.push_back(std::move(fresh));
+  const std::size_t mask = m_places.size() - 1;
+  std::size_t place = hash & mask;
+  while (m_places[place].entry != kFree)
+    place = (place + 1) & mask;
+  m_places[place] = {hash, static_cast<std::uint32_t>(m_entries.size() - 1)};
+  ++m_nUsed;
+  ++m_nLive;
 }
 
 bool ScriptMap::Remove(const CString& key) {
-  const auto place = m_places.find(key);
-  if (place == m_places.end())
+  const std::size_t place = PlaceOf(key, key.Hash());
+  if (place == kNowhere)
     return false;
   // The value ends last: the end of an object may come back to this map.
-  const std::unique_ptr<CBasicVariable> removed = std::move(m_entries[place->second].value);
-  m_places.erase(place);
-  // Removed entries keep the others in place; once they are the majority they go.
-  if (m_entries.size() > 16 && m_entries.size() > 2 * m_places.size())
-    DropRemoved();
+  const std::unique_ptr<Entry> removed = std::move(m_entries[m_places[place].entry]);
+  m_places[place].entry = kRemoved;
+  --m_nLive;
   return true;
 }
 
 void ScriptMap::Clear() noexcept {
   m_places.clear();
-  const std::vector<Entry> removed = std::exchange(m_entries, {});
-}
-
-void ScriptMap::DropRemoved() {
-  std::erase_if(m_entries, [](const Entry& entry) { return entry.value == nullptr; });
-  for (std::size_t i = 0; i < m_entries.size(); ++i)
-    m_places[m_entries[i].key] = i;
+  m_nUsed = 0;
+  m_nLive = 0;
+  const std::vector<std::unique_ptr<Entry>> removed = std::exchange(m_entries, {});
 }
 
 } // namespace brindle

@@ -430,16 +430,30 @@ bool FastCompiler::Loop(const Token& word) {
   LOGICAL_OPERATION operation = LOGICAL_NONE;
   if (!ReadCondition(left, operation, right) || HasEffects(*left) || HasEffects(*right))
     return false;
-  Emit(FastOperation::LoopAgain, begin.start);
   FastStatement* const loop = m_statement;
   m_code.m_statements.push_back({});
-  m_statement = &m_code.m_statements.back();
-  m_statement->entry = &m_code.EntryOf(begin);
-  m_statement->loop = loop;
-  const bool isEmitted = EmitCondition(*left, operation, *right, *EntryFrom(m_parser.Position()), true);
-  m_statement = loop;
-  if (!isEmitted || m_parser.IsRefused())
+  FastStatement* const condition = &m_code.m_statements.back();
+  condition->entry = &m_code.EntryOf(begin);
+  condition->loop = loop;
+  FastEntry& body = *EntryFrom(m_parser.Position());
+  const auto emit = [&] {
+    m_statement = condition;
+    const bool isEmitted = EmitCondition(*left, operation, *right, body, true);
+    m_statement = loop;
+    return isEmitted && !m_parser.IsRefused();
+  };
+  // The comparison looks whether the loop is on top of the control stack, unless something is computed before it.
+  constexpr std::size_t kComparison = 2;
+  const std::size_t first = m_chunk->cells.size();
+  if (!emit())
     return false;
+  if (m_chunk->cells.size() != first + kComparison) {
+    DropStatement(first);
+    Emit(FastOperation::LoopAgain, begin.start);
+    if (!emit())
+      return false;
+  }
+  m_chunk->cells[m_chunk->cells.size() - kComparison].a = begin.start;
   Emit(FastOperation::PopLoop);
   m_next = word.end;
   return true;

@@ -165,7 +165,11 @@ void FastMachine::Run(const FastEntry& entry) {
   COMPARISON_PAIR(NAME, NS, SIGN) COMPARISON_PAIR(NAME, NN, SIGN) COMPARISON_PAIR(NAME, NK, SIGN) \
   COMPARISON_PAIR(NAME, KS, SIGN) COMPARISON_PAIR(NAME, KN, SIGN)
 #define WHILE_PAIR(NAME, PAIR, SIGN) \
-  NAME##_##PAIR: { double x; double y; LOAD_##PAIR if (x SIGN y) GO_TO(pc[1].Pointer()); NEXT(2); }
+  NAME##_##PAIR: { \
+    if (state.control.empty() || state.control.back().position != pc->a || state.control.back().site != nullptr) \
+      [[unlikely]] goto giveUpLoop; \
+    double x; double y; LOAD_##PAIR if (x SIGN y) GO_TO(pc[1].Pointer()); NEXT(2); \
+  }
 #define WHILE(NAME, SIGN) \
   WHILE_PAIR(NAME, SS, SIGN) WHILE_PAIR(NAME, SN, SIGN) WHILE_PAIR(NAME, SK, SIGN) \
   WHILE_PAIR(NAME, NS, SIGN) WHILE_PAIR(NAME, NN, SIGN) WHILE_PAIR(NAME, NK, SIGN) \
@@ -200,8 +204,11 @@ Exit:
 leave:
   way = machine->Leave(position, resume);
   goto goOn;
+giveUpLoop: // the "loop" itself, not the condition that stands at it
+  way = machine->GiveUp(pc, resume, true);
+  goto goOn;
 giveUp:
-  way = machine->GiveUp(pc, resume);
+  way = machine->GiveUp(pc, resume, false);
 goOn:
   isForeign = true;
   if (way == Way::Left)

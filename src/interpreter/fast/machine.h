@@ -100,7 +100,7 @@ private:
   // Whether cells of that generation no longer mean what they did.
   [[nodiscard]] bool IsStale(std::uint32_t generation) const noexcept;
   // ---- machine_support.cpp
-  [[nodiscard]] Way GiveUp(const FastCell* pc, const FastCell*& resume);
+  [[nodiscard]] Way GiveUp(const FastCell* pc, const FastCell*& resume, bool isLoop);
   [[nodiscard]] Way Leave(std::uint32_t position, const FastCell*& resume);
   [[nodiscard]] Way StepOn(const FastCell*& resume);
   [[nodiscard]] bool CanEnter(const FastCallee& callee, const VariableSlot* inner, const VariableSlot* arguments);

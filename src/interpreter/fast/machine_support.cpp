@@ -68,10 +68,10 @@ FastMachine::Way FastMachine::StepOn(const FastCell*& resume) {
 }
 
 // The statement is run by the executing parser, which takes what was computed already from the tape.
-FastMachine::Way FastMachine::GiveUp(const FastCell* pc, const FastCell*& resume) {
+FastMachine::Way FastMachine::GiveUp(const FastCell* pc, const FastCell*& resume, bool isLoop) {
   const FastChunk& chunk = *m_code.ChunkOf(pc);
   const auto index = static_cast<std::size_t>(pc - chunk.cells.data());
-  FastStatement& statement = *chunk.statements[index];
+  FastStatement& statement = isLoop ? *chunk.statements[index]->loop : *chunk.statements[index];
   VariableSlot* const base = m_state.m_mapVariables.FrameAt(m_state.m_nScopeLevel);
   std::vector<FastTapeEntry> values;
   for (std::int32_t i = chunk.operands[index]; i >= 0; i = m_code.m_operands[static_cast<std::size_t>(i)].below) {

@@ -22,7 +22,7 @@ std::uint32_t ReversedBytes(std::uint32_t x) {
   return (x >> 24) | ((x >> 8) & 0xFF00U) | ((x << 8) & 0xFF0000U) | (x << 24);
 }
 
-// With equal or unordered values the later one is not taken.
+// Of equal values the later one is taken, of unordered ones the first.
 double Extreme(const CBasicVariableArray& args, bool largest) {
   double best = args[0].GetNumberValue();
   for (int i = 1; i < args.GetSize(); ++i) {

@@ -1,5 +1,6 @@
 // Conditions: exactly one comparison of two expressions.
 #include "brindle/interpreter.h"
+#include "interpreter/arithmetic.h"
 #include "interpreter/error_numbers.h"
 #include "interpreter/state.h"
 
@@ -25,19 +26,6 @@ constexpr std::array kComparisons = {
     Comparison{u"~~", LOGICAL_ABOUT_EQUAL},
 };
 constexpr std::u16string_view kSecondUnits = u"=<>!~";
-constexpr double kAbout = 1e-12;
-
-template <class T> bool Compare(LOGICAL_OPERATION operation, const T& left, const T& right) {
-  switch (operation) {
-  case LOGICAL_EQUAL: return left == right;
-  case LOGICAL_GREATER: return left > right;
-  case LOGICAL_LESS: return left < right;
-  case LOGICAL_NOT_EQUAL: return left != right;
-  case LOGICAL_GREATER_EQUAL: return left >= right;
-  case LOGICAL_LESS_EQUAL: return left <= right;
-  default: return false;
-  }
-}
 
 } // namespace
 

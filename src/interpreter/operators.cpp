@@ -1,31 +1,11 @@
 // What the operators compute.
 #include "brindle/interpreter.h"
+#include "interpreter/arithmetic.h"
 #include "interpreter/error_numbers.h"
 #include "interpreter/limits.h"
 #include "interpreter/state.h"
 
-#include <cmath>
-
 using namespace brindle;
-
-namespace {
-
-constexpr double kLongestPowerLoop = 1e6;
-
-// The exponent counts multiplications: up to 1 there is none, 2 squares, 2.5 cubes.
-double Power(double base, double exponent) {
-  if (exponent == 0)
-    return 1;
-  double left = exponent - 1;
-  if (left > kLongestPowerLoop)
-    return std::pow(base, std::ceil(left) + 1);
-  double value = base;
-  for (; left > 0; left -= 1)
-    value *= base;
-  return value;
-}
-
-} // namespace
 
 ARITHMETIC_OPERATION CBrindle::GetArithOperation(char16_t operation) noexcept {
   switch (operation) {
@@ -67,7 +47,7 @@ void CBrindle::ComputeArithmetic(char16_t operation, double* left, double* right
   case ARITHMETIC_SUBTRACT: *left = *left - *right; break;
   case ARITHMETIC_MULTIPLY: *left = *left * *right; break;
   case ARITHMETIC_DIVIDE: *left = *left / *right; break;
-  case ARITHMETIC_POWER: *left = Power(*left, *right); break;
+  case ARITHMETIC_POWER: *left = PowerOf(*left, *right); break;
   // Deliberate: the quotient is not truncated, so this is 0 or a rounding residue.
   case ARITHMETIC_REMAINDER: *left = *left - (*left / *right) * *right; break;
   // Deliberate: the number is that of a misplaced "return".

@@ -3,7 +3,7 @@
 // May touch: nothing but itself.
 // Must not: know a variable's address within a frame: frames move; a global's address stays.
 // Invariant: cells never move and are never freed while the text lives: a call in progress comes back to them. A
-// statement that is not to be run any more is overwritten with a way out or a jump, never removed.
+// statement that is not to be run any more is overwritten with a jump to its entry, never removed.
 #pragma once
 
 #include "interpreter/fast/operations.h"
@@ -47,7 +47,7 @@ struct FastStatement;
 struct FastEntry {
   const FastCell* code = nullptr;
   std::uint32_t position = 0;
-  std::uint32_t runs = 0; // by the executing parser, up to the second
+  std::uint32_t runs = 0; // by the executing parser, counted only as far as it matters
   bool refused = false;   // nothing to be compiled
   FastStatement* statement = nullptr;
 };

@@ -3,6 +3,7 @@
 // machine_support.cpp.
 #include "interpreter/fast/machine.h"
 
+#include "interpreter/arithmetic.h"
 #include "interpreter/state.h"
 
 #include <cmath>
@@ -12,20 +13,6 @@
 namespace brindle {
 
 namespace {
-
-// Exponents count multiplications, as the executing parser has it.
-double PowerOf(double base, double exponent) {
-  constexpr double kLongestLoop = 1e6;
-  if (exponent == 0)
-    return 1;
-  double left = exponent - 1;
-  if (left > kLongestLoop)
-    return std::pow(base, std::ceil(left) + 1);
-  double value = base;
-  for (; left > 0; left -= 1)
-    value *= base;
-  return value;
-}
 
 // They do not let the address of a handler's number out, so that it can stay in a register.
 [[gnu::noinline, gnu::cold]] bool SlowLeft(const VariableSlot& slot, double& number) noexcept {
@@ -394,7 +381,6 @@ SetGlobalItem:
   WHILE(WhileGreater, >)
   WHILE(WhileGreaterEqual, >=)
 IfAbout: {
-  constexpr double kAbout = 1e-12;
   LOAD_NN
   if (std::fabs(x - y) < kAbout)
     NEXT(2);
@@ -484,7 +470,7 @@ ToInteger:
   NEXT(1);
 Extreme:
   LOAD_NN
-  // With equal or unordered values the later one is not taken.
+  // Of equal values the later one is taken, of unordered ones the first.
   if (pc[1].b != 0 ? x <= y : x >= y)
     x = y;
   RawValues::Double(SLOT(a)) = x;

@@ -1,5 +1,6 @@
 // What the machine does rarely, or what takes longer than an operation's dispatch: handing over to the executing
 // parser and back, calls, and operations on text.
+#include "interpreter/arithmetic.h"
 #include "interpreter/error_numbers.h"
 #include "interpreter/fast/compiler.h"
 #include "interpreter/fast/machine.h"
@@ -219,18 +220,6 @@ bool IsText(const FastPart& part, const VariableSlot* base) {
          (part.kind == FastPart::Slot && RawValues::Kind(base[part.slot]) == RawValues::kText);
 }
 
-template <class T> bool Compare(std::uint32_t operation, const T& left, const T& right) {
-  switch (operation) {
-  case LOGICAL_EQUAL: return left == right;
-  case LOGICAL_GREATER: return left > right;
-  case LOGICAL_LESS: return left < right;
-  case LOGICAL_NOT_EQUAL: return left != right;
-  case LOGICAL_GREATER_EQUAL: return left >= right;
-  case LOGICAL_LESS_EQUAL: return left <= right;
-  default: return false;
-  }
-}
-
 } // namespace
 
 bool FastMachine::JoinParts(const std::vector<FastPart>& parts, VariableSlot* base, VariableSlot& target) {
@@ -279,7 +268,7 @@ bool FastMachine::CompareTexts(const std::vector<FastPart>& parts, VariableSlot*
       !PartText(parts[1], base, scratches[1], views[1]))
     return false;
   result = operation == LOGICAL_ABOUT_EQUAL ? CString(views[0]).Find(CString(views[1])) >= 0
-                                            : Compare(operation, views[0], views[1]);
+                                            : Compare(static_cast<LOGICAL_OPERATION>(operation), views[0], views[1]);
   return true;
 }
 

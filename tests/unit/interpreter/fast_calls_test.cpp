@@ -136,6 +136,45 @@ TEST_F(FastCalls, an_exception_of_a_host_function_passes_and_leaves_the_level_of
     EXPECT_EQ(LeftBy(kProgram, Route::Eager, every), expected) << every;
 }
 
+TEST_F(FastCalls, an_object_that_a_call_gave_is_let_go_by_the_statement_that_used_it) {
+  constexpr std::string_view kProgram = "for i = 1 to 3\n"
+                                        "  x = -give()\n"
+                                        "  print held()\n"
+                                        "next\n"
+                                        "end\n"
+                                        "function give()\n"
+                                        "  give = object()\n"
+                                        "endfunction\n";
+  const std::vector<std::string> expected(3, "0\n");
+  EXPECT_EQ(ShownBy(kProgram, Route::Parser), expected);
+  EXPECT_EQ(ShownBy(kProgram, Route::Automatic), expected);
+  for (unsigned every = 0; every <= 10; ++every)
+    EXPECT_EQ(ShownBy(kProgram, Route::Eager, every), expected) << every;
+}
+
+TEST_F(FastCalls, an_object_that_a_call_gave_does_not_outlive_an_abort_of_its_statement) {
+  constexpr std::string_view kProgram = "for i = 1 to 3\n"
+                                        "  x = both(give(), trouble(i))\n"
+                                        "next\n"
+                                        "end\n"
+                                        "function both(a, b)\n"
+                                        "  both = 1\n"
+                                        "endfunction\n"
+                                        "function give()\n"
+                                        "  give = object()\n"
+                                        "endfunction\n"
+                                        "function trouble(n)\n"
+                                        "  trouble = n\n"
+                                        "  if n = 3 then\n"
+                                        "    trouble = fail()\n"
+                                        "  endif\n"
+                                        "endfunction\n";
+  for (const Route route : {Route::Parser, Route::Automatic, Route::Eager}) {
+    EXPECT_NE(LeftBy(kProgram, route).find("thrown"), std::string::npos);
+    EXPECT_EQ(ObjectsHeld(), 0) << static_cast<int>(route);
+  }
+}
+
 TEST_F(FastCalls, objects_that_a_procedure_leaves_in_its_variables_are_released_when_the_main_program_goes_on) {
   constexpr std::string_view kProgram = "for i = 1 to 3\n"
                                         "  call keep(i)\n"

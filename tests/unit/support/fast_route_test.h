@@ -51,6 +51,7 @@ protected:
       left += "loop " + entry.name.ToUtf8() + " from " + std::to_string(entry.position) + "\n";
     return left;
   }
+  [[nodiscard]] long ObjectsHeld() const { return m_object.Held(); }
   void Begin(Route route, unsigned giveUpEvery) {
     CEnvironment::SetRoute(route, giveUpEvery);
     m_pInterpreter.reset(); // the host's functions end with the last interpreter

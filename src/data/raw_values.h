@@ -146,7 +146,8 @@ struct RawValues {
     return LeftNumber(static_cast<const CVarBase&>(slot), number);
   }
   [[nodiscard]] static bool RightNumber(const VariableSlot& slot, double& number) noexcept {
-    if (slot.m_kind == kUndefined || slot.m_kind == kBoxed)
+    // Whoever takes an object's number has to let go of the object as well.
+    if (slot.m_kind == kUndefined || slot.m_kind == kBoxed || slot.m_kind == kObject)
       return false;
     number = slot.GetDoubleValue();
     return true;

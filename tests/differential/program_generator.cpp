@@ -57,7 +57,9 @@ void ProgramGenerator::Assignment() {
   else
     value = Numeric(3);
   // The shapes that programs are full of.
-  if (m_random.Percent(6))
+  if (m_random.Percent(4))
+    value = m_random.Of({"mapget", "maphas"}) + "(\"m1\", " + Text(1) + ")";
+  else if (m_random.Percent(6))
     value = "int(" + Numeric(2) + ")";
   else if (m_random.Percent(4))
     value = "f" + std::to_string(m_random.Below(3)) + "()";
@@ -134,7 +136,8 @@ void ProgramGenerator::Jump() {
 void ProgramGenerator::CallStatement() {
   switch (m_random.Below(8)) {
   case 0: Line("call " + BuiltInCall(2, m_random.Percent(50))); break;
-  case 1: Line("throw changed(" + Arguments(2, m_random.Below(3)) + ")"); break;
+  case 1: Line("call mapset(\"m1\", " + Text(1) + ", " + Any(2) + ")"); break;
+  case 2: Line("throw changed(" + Arguments(2, m_random.Below(3)) + ")"); break;
   default: Line("call " + ScriptCall(2)); break;
   }
 }

@@ -96,6 +96,7 @@ const std::int32_t* FastMachine::Handlers() {
 
 void FastMachine::Run(const FastEntry& entry) {
   Execute(this, entry.code, nullptr);
+  m_isDone = true;
 }
 
 // Whether the call can be made here: all its variables can be overwritten without anybody noticing.

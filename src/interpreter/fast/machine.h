@@ -105,6 +105,7 @@ private:
   [[nodiscard]] Way StepOn(const FastCell*& resume);
   [[nodiscard]] bool CanEnter(const FastCallee& callee, const VariableSlot* inner, const VariableSlot* arguments);
   void FinishCall(bool isComplete);
+  void ReleaseTemporaries() noexcept;
   [[nodiscard]] bool RunBuiltIn(const FastCell* pc, VariableSlot* base);
   [[nodiscard]] bool LinkLoop(FastLoop& loop, bool isNext);
   [[nodiscard]] static bool PartText(const FastPart& part, VariableSlot* base, CString& scratch,
@@ -127,6 +128,7 @@ private:
   FastCode& m_code;
   std::size_t m_depth; // of the frames when this machine began
   int m_level;         // scope level then
+  bool m_isDone = false;
 };
 
 } // namespace brindle

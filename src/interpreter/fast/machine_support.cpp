@@ -23,9 +23,22 @@ FastMachine::FastMachine(CBrindle& interpreter)
     : m_interpreter(interpreter), m_state(*interpreter.m_pState), m_fast(m_state.fast), m_code(m_state.program->Fast()),
       m_depth(m_fast.frames.size()), m_level(m_state.m_nScopeLevel) {}
 
+// The values of statements in progress that somebody could miss: objects.
+void FastMachine::ReleaseTemporaries() noexcept {
+  const int deepest = m_level + static_cast<int>(m_fast.frames.size() - m_depth);
+  for (int level = m_level; level <= deepest; ++level) {
+    VariableSlot* const frame = m_state.m_mapVariables.FrameAt(level);
+    for (int place = VariableStore::kNumberTemporaries; place < VariableStore::kTemporaries; ++place)
+      if (!RawValues::IsPlain(RawValues::Kind(frame[place])))
+        frame[place].Undefine();
+  }
+}
+
 // Frames are left here only when an exception ends the calls in progress.
 FastMachine::~FastMachine() {
   m_fast.tape.Clear();
+  if (!m_isDone)
+    ReleaseTemporaries();
   if (m_fast.frames.size() <= m_depth)
     return;
   m_state.m_nScopeLevel = m_level;

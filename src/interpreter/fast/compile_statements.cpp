@@ -168,7 +168,11 @@ bool FastCompiler::Assignment(const Token& name) {
     return ValueTo(*value, slot);
   const std::size_t live = CountLive();
   Operand source;
-  if (KindOf(*value) != ValueKind::Number || value->kind == FastNode::Variable || value->kind == FastNode::Element) {
+  // A value that is only read is stored as what it is then, also from within parentheses.
+  const FastNode* inner = value;
+  while (inner->kind == FastNode::Group)
+    inner = inner->left;
+  if (KindOf(*value) != ValueKind::Number || inner->kind == FastNode::Variable || inner->kind == FastNode::Element) {
     if (!ValueInTemporary(*value, source))
       return false;
   } else if (!NumberOperand(*value, false, source)) {

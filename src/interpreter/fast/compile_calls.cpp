@@ -111,7 +111,7 @@ bool FastCompiler::TextIntrinsic(FastNode& node, FUNCTION_TYPE code, Operand& ou
   std::vector<FastPart> parts;
   PartUse use = PartUse::InPlace;
   for (const FastNode* argument : node.arguments)
-    use = std::max(use, PartUseFor(*argument, PartUse::Tested));
+    use = std::max(use, PartUseFor(*argument));
   const std::uint32_t recordedNames = m_recordedNames;
   if (!TextPart(*node.arguments[0], parts, use))
     return false;
@@ -162,7 +162,7 @@ bool FastCompiler::MapFunction(FastNode& node, FUNCTION_TYPE code, Operand& out,
   ++m_recordedNames;
   Operand value;
   const bool isSet = code == FUNCTION_MAPSET;
-  const PartUse keyUse = isSet ? PartUseFor(*node.arguments[2], PartUse::Tested) : PartUse::InPlace;
+  const PartUse keyUse = isSet ? PartUseFor(*node.arguments[2]) : PartUse::InPlace;
   if (!TextPart(*node.arguments[1], use.key, keyUse))
     return false;
   ++m_recordedNames;

@@ -104,10 +104,8 @@ bool FastCompiler::HasEffects(const FastNode& node) {
   return true;
 }
 
-namespace {
-
 // Whether it reads an array's item, which moves the array's current index.
-bool HasItems(const FastNode& node) {
+bool FastCompiler::HasItems(const FastNode& node) {
   if (node.kind == FastNode::Element)
     return true;
   for (const FastNode* argument : node.arguments)
@@ -115,8 +113,6 @@ bool HasItems(const FastNode& node) {
       return true;
   return (node.left != nullptr && HasItems(*node.left)) || (node.right != nullptr && HasItems(*node.right));
 }
-
-} // namespace
 
 // Whether the first thing that evaluating it does is to test that variable as a left operand.
 bool FastCompiler::TestsFirst(const FastNode& node, std::uint32_t slot) {
@@ -358,15 +354,25 @@ bool FastCompiler::ValueInTemporary(FastNode& node, Operand& out) {
   return true;
 }
 
-FastCompiler::PartUse FastCompiler::PartUseFor(const FastNode& node, PartUse tested) {
+FastCompiler::PartUse FastCompiler::PartUseFor(const FastNode& node) {
   if (HasEffects(node))
     return PartUse::Kept;
-  return HasItems(node) ? tested : PartUse::InPlace;
+  return HasItems(node) ? PartUse::Tested : PartUse::InPlace;
 }
 
 bool FastCompiler::TextParts(FastNode& node, std::vector<FastPart>& parts, PartUse use) {
-  if (node.kind != FastNode::Arithmetic || KindOf(node) != ValueKind::Text)
-    return TextPart(node, parts, use);
+  if (node.kind != FastNode::Arithmetic || KindOf(node) != ValueKind::Text) {
+    const bool isFirst = parts.empty();
+    if (!TextPart(node, parts, isFirst && use == PartUse::Tested ? PartUse::InPlace : use))
+      return false;
+    // The first "+" fails before what stands behind its right operand is read.
+    if (isFirst && use != PartUse::InPlace && parts.front().kind != FastPart::Constant) {
+      if (parts.front().kind != FastPart::Slot)
+        return false;
+      Emit(FastOperation::Check, parts.front().slot, 1);
+    }
+    return true;
+  }
   return TextParts(*node.left, parts, use) && TextPart(*node.right, parts, use);
 }
 
@@ -388,7 +394,7 @@ bool FastCompiler::TextPart(FastNode& node, std::vector<FastPart>& parts, PartUs
       return false;
     if (global == nullptr && use != PartUse::Kept) {
       if (use != PartUse::InPlace)
-        Emit(FastOperation::Check, part.slot, use == PartUse::TestedText && parts.empty() ? 1 : 0);
+        Emit(FastOperation::Check, part.slot);
       Defer(Operand{Operand::S, part.slot});
       break;
     }
@@ -418,7 +424,7 @@ bool FastCompiler::JoinTo(FastNode& node, std::uint32_t slot) {
   const std::size_t live = CountLive();
   const std::size_t deferred = CountDeferred();
   std::vector<FastPart> parts;
-  if (!TextParts(node, parts, PartUseFor(node, PartUse::TestedText)))
+  if (!TextParts(node, parts, PartUseFor(node)))
     return false;
   m_code.m_parts.push_back(std::move(parts));
   Emit(FastOperation::Join, slot);

@@ -265,7 +265,7 @@ bool FastCompiler::EmitCondition(FastNode& left, LOGICAL_OPERATION operation, Fa
       return true;
     }
     std::vector<FastPart> parts;
-    const PartUse use = PartUseFor(right, PartUse::TestedText);
+    const PartUse use = PartUseFor(right);
     if (!TextPart(left, parts, use) || !TextPart(right, parts, use))
       return false;
     m_code.m_parts.push_back(std::move(parts));
@@ -381,6 +381,8 @@ bool FastCompiler::For() {
     return false;
   const std::size_t endCells = m_chunk->cells.size();
   const std::int32_t started = m_live.back();
+  if (HasItems(*end))
+    Emit(FastOperation::Check, slot, 0, 1); // whose handlers could end the run
   if (!NumberOperand(*end, false, last) || !InNumberTemporary(*end, false, last))
     return false;
   Emit(FastOperation::For, slot, first.slot, last.slot);

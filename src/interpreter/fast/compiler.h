@@ -37,9 +37,9 @@ private:
     bool isLive = false; // on the stack of live operands
   };
   enum class ValueKind { Unknown, Number, Text, Other };
-  // How a variable among the parts of a text is read: where it stands, the same but tested in its turn (the first one
-  // for being text, if it has to be), or into a temporary.
-  enum class PartUse { InPlace, Tested, TestedText, Kept };
+  // How a variable among the parts of a text is read: where it stands, the same but tested in its turn, or into a
+  // temporary.
+  enum class PartUse { InPlace, Tested, Kept };
   // ---- statements (compile_statements.cpp)
   [[nodiscard]] bool Statement(const Token& first);
   [[nodiscard]] bool Assignment(const Token& name);
@@ -71,10 +71,11 @@ private:
   [[nodiscard]] bool IndexOperand(FastNode& index, const FastNode* later, Operand& out);
   [[nodiscard]] bool TextParts(FastNode& node, std::vector<FastPart>& parts, PartUse use);
   [[nodiscard]] bool TextPart(FastNode& node, std::vector<FastPart>& parts, PartUse use);
-  [[nodiscard]] PartUse PartUseFor(const FastNode& node, PartUse tested);
+  [[nodiscard]] PartUse PartUseFor(const FastNode& node);
   [[nodiscard]] bool JoinTo(FastNode& node, std::uint32_t slot);
   [[nodiscard]] ValueKind KindOf(const FastNode& node);
   [[nodiscard]] bool HasEffects(const FastNode& node);
+  [[nodiscard]] static bool HasItems(const FastNode& node);
   [[nodiscard]] bool MayDiverge(const Operand& operand, const FastNode& later);
   [[nodiscard]] bool TestsFirst(const FastNode& node, std::uint32_t slot);
 

@@ -455,7 +455,7 @@ PopLoop:
   NEXT(1);
 
 Check:
-  if (!SLOT(a).IsDefined() || !RawValues::IsPlain(RawValues::Kind(SLOT(a))) ||
+  if ((!SLOT(a).IsDefined() && pc->c == 0) || !RawValues::IsPlain(RawValues::Kind(SLOT(a))) ||
       (pc->b != 0 && RawValues::Kind(SLOT(a)) != RawValues::kText)) [[unlikely]]
     goto giveUp;
   NEXT(1);

@@ -79,4 +79,24 @@ TEST_F(FastTapes, expressions_of_every_level_are_resumed) {
     EXPECT_EQ(ShownBy(kProgram, Route::Eager, every), expected) << every;
 }
 
+// What stands behind a failure is not read, so that no array's current index moves.
+TEST_F(FastTapes, an_abort_leaves_what_follows_unread) {
+  constexpr std::string_view kPrograms[] = {
+      // by the handler of a loop variable, between start and end value
+      "event create changed fail\ndim p[3]\np[0] = \"first\"\np[2] = 2\nn = 0\nwatch create n changed\n"
+      "for n = 0 to p[2]\nnext\nend\nsub fail(v)\nx = missing(v)\nendsub\n",
+      // by an index, before the value is read
+      "dim p[3]\np[2] = 2\np[0] = \"first\"\np[nope] = p[2]\n",
+      // by an operand
+      "dim p[3]\np[2] = 2\np[0] = \"first\"\nx = nope + p[2]\n",
+      // by a first part that is no text any more
+      "dim p[3]\np[2] = 2\ns = \"t\"\nfor r = 1 to 2\np[0] = \"first\"\nx = s + 1 + p[2]\n"
+      "p[0] = \"first\"\ns = Nothing\nnext\n"};
+  for (const std::string_view program : kPrograms)
+    for (const Route route : {Route::Parser, Route::Automatic, Route::Eager}) {
+      EXPECT_NE(LeftBy(program, route).find("error"), std::string::npos) << program;
+      EXPECT_EQ(TextOf(u"p"), "first") << program << static_cast<int>(route);
+    }
+}
+
 } // namespace

@@ -238,7 +238,8 @@ class Runner:
 
     def limit(self):
         _, hard = resource.getrlimit(resource.RLIMIT_STACK)
-        resource.setrlimit(resource.RLIMIT_STACK, (STACK_LIMIT, hard))
+        # A sanitizer's frames are several times as large.
+        resource.setrlimit(resource.RLIMIT_STACK, (STACK_LIMIT * 4 if self.sanitized else STACK_LIMIT, hard))
         resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
         if not self.sanitized:
             resource.setrlimit(resource.RLIMIT_AS, (MEMORY_LIMIT, MEMORY_LIMIT))

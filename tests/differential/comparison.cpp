@@ -15,7 +15,6 @@ namespace {
 // Processor time of one program; the routes that are compared have more than the reference took.
 constexpr int kReferenceMilliseconds = 400;
 constexpr int kOtherMilliseconds = 8000;
-constexpr int kExitEndless = 40;
 constexpr int kExitHangs = 41;
 
 volatile std::sig_atomic_t exitAtLimit = kExitEndless;

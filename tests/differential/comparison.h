@@ -19,6 +19,9 @@ struct Trial {
   UserChoice user;
 };
 
+// The exit status of a process whose program has used up the reference's time.
+constexpr int kExitEndless = 40;
+
 enum class Verdict : int { Equal, Different, Endless, TooDeep, Crashed };
 
 // The program of a seed with the routes that it is tried on; an empty list of routes is all of them.

@@ -135,9 +135,10 @@ int RunAll(const Options& options, const std::string& folder) {
       return 2;
     if (WIFEXITED(status) && WEXITSTATUS(status) == 0 && !progress.different)
       break;
-    // Whatever ended the child is judged alone; a program without an end is none that can be compared.
+    // A program without an end is none that can be compared; whatever else ended the child is judged alone.
     Trial trial = TrialOf(progress.seed, options.routes);
-    const Verdict verdict = CompareApart(trial, folder, false);
+    const bool isEndless = WIFEXITED(status) && WEXITSTATUS(status) == kExitEndless;
+    const Verdict verdict = isEndless ? Verdict::Endless : CompareApart(trial, folder, false);
     if (verdict == Verdict::Endless) {
       ++endless;
     } else {

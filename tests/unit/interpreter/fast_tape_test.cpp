@@ -83,8 +83,8 @@ TEST_F(FastTapes, expressions_of_every_level_are_resumed) {
 TEST_F(FastTapes, an_abort_leaves_what_follows_unread) {
   constexpr std::string_view kPrograms[] = {
       // by the handler of a loop variable, between start and end value
-      "event create changed fail\ndim p[3]\np[0] = \"first\"\np[2] = 2\nn = 0\nwatch create n changed\n"
-      "for n = 0 to p[2]\nnext\nend\nsub fail(v)\nx = missing(v)\nendsub\n",
+      "event create changed stumble\ndim p[3]\np[2] = 2\np[0] = \"first\"\nn = 0\nwatch create n changed\n"
+      "for n = 0 to p[2]\nnext\nend\nsub stumble(v)\nx = missing(v)\nendsub\n",
       // by an index, before the value is read
       "dim p[3]\np[2] = 2\np[0] = \"first\"\np[nope] = p[2]\n",
       // by an operand

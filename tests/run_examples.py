@@ -25,7 +25,7 @@ import tempfile
 from collections import Counter
 from pathlib import Path
 
-from table_reading import differences, read_table
+from table_reading import Tally, differences, read_table
 
 TIMEOUT_SECONDS = 60
 EARTH_RADIUS = 6371008.8
@@ -37,31 +37,6 @@ EXAMPLES = [
     ("stock_count", "count.bas", ["stock_report.txt"]),
     ("gis_tables", "tables.bas", []),
 ]
-
-
-class Tally:
-    """Counts the checks and names those that fail."""
-
-    def __init__(self):
-        self.passed = self.failed = self.skipped = 0
-
-    def check(self, name, problems):
-        if problems:
-            self.failed += 1
-            print(f"FAILED {name}")
-            for problem in problems:
-                print(f"    {problem}")
-        else:
-            self.passed += 1
-            print(f"ok     {name}")
-
-    def skip(self, reason):
-        self.skipped += 1
-        print(f"skipped: {reason}")
-
-    def summary(self):
-        text = f"{self.passed} passed, {self.failed} failed"
-        return text + (f", {self.skipped} skipped" if self.skipped else "")
 
 
 class Run:

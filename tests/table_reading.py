@@ -136,10 +136,13 @@ class Tally:
         self.skipped += 1
         print(f"skipped: {reason}")
 
+    def summary(self):
+        text = f"{self.passed} passed, {self.failed} failed"
+        return text + (f", {self.skipped} skipped" if self.skipped else "")
+
     def finish(self):
         """Prints the sums; the exit status: 77 when there was nothing to check."""
-        print(f"{self.passed} passed, {self.failed} failed"
-              + (f", {self.skipped} skipped" if self.skipped else ""))
+        print(self.summary())
         if self.failed:
             return 1
         return 0 if self.passed else 77

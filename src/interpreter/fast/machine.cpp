@@ -14,15 +14,16 @@ namespace brindle {
 
 namespace {
 
-// They do not let the address of a handler's number out, so that it can stay in a register.
 [[gnu::noinline, gnu::cold]] bool SlowLeft(const VariableSlot& slot, double& number) noexcept {
-  number = 0;
   return RawValues::LeftNumber(slot, number);
 }
 
 [[gnu::noinline, gnu::cold]] bool SlowRight(const VariableSlot& slot, double& number) noexcept {
-  number = 0;
   return RawValues::RightNumber(slot, number);
+}
+
+[[gnu::noinline, gnu::cold]] bool SlowItem(const CVarBase& item, double& number) noexcept {
+  return RawValues::LeftNumber(item, number);
 }
 
 [[gnu::noinline, gnu::cold]] bool SlowStore(VariableSlot& slot, double number) noexcept {
@@ -32,43 +33,30 @@ namespace {
   return true;
 }
 
-// The tests that stand before the fast part of a handler.
-[[gnu::always_inline]] inline bool Left(const VariableSlot& slot, double& number) noexcept {
-  if (RawValues::Kind(slot) == RawValues::kNumber) [[likely]] {
-    number = RawValues::Double(slot);
+// The test that stands before the fast part of a handler. The slow way gets the address of a number of its own, so
+// that the handler's can stay in a register.
+template <auto SlowWay, class Value>
+[[gnu::always_inline]] inline bool ReadNumber(const Value& value, double& number) noexcept {
+  if (RawValues::Kind(value) == RawValues::kNumber) [[likely]] {
+    number = RawValues::Double(value);
     return true;
   }
-  double slow;
-  const bool isNumber = SlowLeft(slot, slow);
+  double slow = 0;
+  const bool isNumber = SlowWay(value, slow);
   number = slow;
   return isNumber;
+}
+
+[[gnu::always_inline]] inline bool Left(const VariableSlot& slot, double& number) noexcept {
+  return ReadNumber<SlowLeft>(slot, number);
 }
 
 [[gnu::always_inline]] inline bool Right(const VariableSlot& slot, double& number) noexcept {
-  if (RawValues::Kind(slot) == RawValues::kNumber) [[likely]] {
-    number = RawValues::Double(slot);
-    return true;
-  }
-  double slow;
-  const bool isNumber = SlowRight(slot, slow);
-  number = slow;
-  return isNumber;
-}
-
-[[gnu::noinline, gnu::cold]] bool SlowItem(const CVarBase& item, double& number) noexcept {
-  number = 0;
-  return RawValues::LeftNumber(item, number);
+  return ReadNumber<SlowRight>(slot, number);
 }
 
 [[gnu::always_inline]] inline bool ItemNumberOf(const CVarBase& item, double& number) noexcept {
-  if (RawValues::Kind(item) == RawValues::kNumber) [[likely]] {
-    number = RawValues::Double(item);
-    return true;
-  }
-  double slow;
-  const bool isNumber = SlowItem(item, slow);
-  number = slow;
-  return isNumber;
+  return ReadNumber<SlowItem>(item, number);
 }
 
 [[gnu::always_inline]] inline bool Store(VariableSlot& slot, double number) noexcept {

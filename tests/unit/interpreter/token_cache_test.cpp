@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 using TokenCacheTest = ScriptTest;
 
 fs::path SourceFolder() {
-  return fs::path(__FILE__).parent_path().parent_path().parent_path().parent_path();
+  return fs::path(BRINDLE_SOURCE_FOLDER);
 }
 
 std::vector<fs::path> Scripts() {

@@ -28,8 +28,8 @@ RESULTS = ("output", "errors", "input", "file")
 EXAMPLES = ("basic", "console", "cpp")
 READ_ONLY = ("syntax", "text", "sh", "cmake")
 WORDS = {
-    "basic": {"name", "keep", "options", "exit", "prompts"},
-    "console": {"keep"},
+    "basic": {"name", "keep", "needs", "options", "exit", "prompts"},
+    "console": {"keep", "needs"},
     "cpp": {"name", "keep", "shared", "part", "prompts"},
     "text": {"name"},
     "cmake": {"name"},
@@ -264,8 +264,12 @@ class Bench:
         return done.returncode, done.stdout.decode(errors="replace"), (done.stderr or b"").decode(errors="replace")
 
     def play(self, example):
-        self.prepare(example)
         where = f"{example.fence.page}:{example.fence.line}"
+        needed = example.fence.words.get("needs")
+        if needed and not (pathlib.Path(self.options.runner).resolve().parent / f"libbrindle-{needed}.so").exists():
+            self.not_run.append(f"{where}: this build has no {needed}")
+            return
+        self.prepare(example)
         try:
             getattr(self, "play_" + example.fence.kind)(example)
         except Difference as problem:
@@ -489,7 +493,7 @@ def main():
     parser.add_argument("--library", help="the folder that holds libbrindle.so")
     parser.add_argument("--only", default="", help="only pages whose path contains this")
     parser.add_argument("--missing-allowed", nargs="*", default=[], help="pages that links may name before they exist")
-    parser.add_argument("--list", action="store_true", help="name the console commands that are not run")
+    parser.add_argument("--list", action="store_true", help="name what is not run")
     parser.add_argument("--self-test", action="store_true")
     parser.add_argument("places", nargs="*")
     options = parser.parse_args()
@@ -503,7 +507,7 @@ def main():
         print("FAIL " + problem)
     if options.list:
         print("\n".join("not run: " + command for command in not_run))
-    print(f"{pages} pages, {examples} examples, {len(problems)} faults, {len(not_run)} shell commands not run")
+    print(f"{pages} pages, {examples} examples, {len(problems)} faults, {len(not_run)} not run")
     return 1 if problems or not examples else 0
 
 

@@ -1,0 +1,515 @@
+#!/usr/bin/env python3
+"""Runs every example of the documentation and compares what it shows with what happens.
+
+Usage: run_docs.py --runner BRINDLE [--compiler CXX --source DIR --library DIR] [--only TEXT] [--list] PAGE-OR-FOLDER...
+       run_docs.py --runner BRINDLE --self-test
+
+What the fences say: tests/README.md, "Examples of the documentation".
+"""
+
+import argparse
+import concurrent.futures
+import dataclasses
+import difflib
+import os
+import pathlib
+import re
+import shlex
+import shutil
+import subprocess
+import sys
+import tempfile
+
+TIME_LIMIT = 60.0 if os.environ.get("BRINDLE_SLOW_TESTS") else 20.0
+COMPILE_LIMIT = 600.0
+
+# Fences that say what an example does, those that are examples, and those that are only read.
+RESULTS = ("output", "errors", "input", "file")
+EXAMPLES = ("basic", "console", "cpp")
+READ_ONLY = ("syntax", "text", "sh", "cmake")
+WORDS = {
+    "basic": {"name", "keep", "needs", "options", "exit", "prompts"},
+    "console": {"keep", "needs"},
+    "cpp": {"name", "keep", "shared", "part", "prompts"},
+    "text": {"name"},
+    "cmake": {"name"},
+    "file": {"name"},
+}
+# What a console example names but a test does not do: it would install, build the project or need its checkout.
+NOT_RUN = {"sudo", "apt", "apt-get", "git", "cmake", "ctest", "make", "ninja", "./dev", "man", "python3", "cd"}
+
+
+class Fault(Exception):
+    """A page that breaks the convention."""
+
+
+@dataclasses.dataclass
+class Fence:
+    page: pathlib.Path
+    line: int
+    kind: str
+    words: dict
+    text: str
+    depth: int  # of the heading it stands under
+    before: str = ""  # declarations of the comment before a part of a program
+
+
+@dataclasses.dataclass
+class Example:
+    fence: Fence
+    files: list  # the stored files that are there
+    results: dict = dataclasses.field(default_factory=dict)
+    made: list = dataclasses.field(default_factory=list)  # fences that show files it writes
+
+
+@dataclasses.dataclass
+class Page:
+    path: pathlib.Path
+    examples: list
+    anchors: set
+    links: list  # (line, target)
+
+
+def words_of(page, line, info):
+    try:
+        parts = shlex.split(info)
+    except ValueError as problem:
+        raise Fault(f"{page}:{line}: {problem} in the words of the fence") from problem
+    if not parts:
+        raise Fault(f"{page}:{line}: a fence without a language")
+    kind, words = parts[0], {}
+    if kind not in EXAMPLES + RESULTS + READ_ONLY:
+        raise Fault(f"{page}:{line}: unknown kind of fence: {kind}")
+    for part in parts[1:]:
+        key, _, value = part.partition("=")
+        if key not in WORDS.get(kind, ()):
+            raise Fault(f"{page}:{line}: a fence {kind} knows no word {key}")
+        words[key] = value or True
+    return kind, words
+
+
+def anchor_of(heading, taken):
+    """The anchor that readers of Markdown give a heading; an explicit {#anchor} wins."""
+    explicit = re.search(r"\{#([\w-]+)\}\s*$", heading)
+    if explicit:
+        return explicit.group(1)
+    plain = re.sub(r"\[([^]]*)\]\([^)]*\)", r"\1", heading.replace("`", ""))
+    plain = re.sub(r"[^\w\- ]", "", plain.strip().lower()).replace(" ", "-")
+    name, count = plain, 0
+    while name in taken:
+        count += 1
+        name = f"{plain}_{count}"
+    return name
+
+
+def read_page(path):
+    """The examples of a page, in order, and its links. Faults of the convention are raised."""
+    lines = path.read_text(encoding="utf-8").split("\n")
+    fences, anchors, links = [], set(), []
+    depth, index, before, was_blank, in_list = 1, 0, "", True, False
+    while index < len(lines):
+        line = lines[index]
+        opening = re.match(r"^( {0,3})(`{3,})(.*)$", line)
+        if opening:
+            end = index + 1
+            while end < len(lines) and lines[end].strip() != opening.group(2):
+                end += 1
+            if end == len(lines):
+                raise Fault(f"{path}:{index + 1}: a fence without an end")
+            kind, words = words_of(path, index + 1, opening.group(3))
+            text = "".join(inner + "\n" for inner in lines[index + 1 : end])
+            fences.append(Fence(path, index + 1, kind, words, text, depth, before))
+            before, was_blank, index = "", False, end + 1
+            continue
+        heading = re.match(r"^(#+) (.*)$", line)
+        if heading:
+            depth = len(heading.group(1))
+            anchors.add(anchor_of(heading.group(2), anchors))
+            fences.append(depth)
+            in_list = False
+        elif re.match(r"^ {4}", line) and line.strip() and was_blank and not in_list:
+            raise Fault(f"{path}:{index + 1}: an indented block is not tested; make it a fence")
+        elif re.match(r"^\s*([-*]|\d+\.) ", line):
+            in_list = True
+        elif line.strip() and not line.startswith(" "):
+            in_list = False
+        declared = re.match(r"^<!-- declare: (.*) -->$", line)
+        if declared:
+            before = declared.group(1)
+        anchors.update(re.findall(r"<a id=\"([^\"]+)\"", line))
+        for target in re.findall(r"(?<!`)!?\[[^]]*\]\(([^)\s]+)\)", re.sub(r"`[^`]*`", "``", line)):
+            links.append((index + 1, target))
+        was_blank = not line.strip()
+        index += 1
+    return Page(path, examples_of(fences), anchors, links)
+
+
+def is_run(fence, following):
+    """A named script without a result is only stored; everything else of a kind that runs, runs."""
+    if fence.kind != "basic" or "name" not in fence.words:
+        return fence.kind in EXAMPLES
+    return isinstance(following, Fence) and following.kind in RESULTS
+
+
+def examples_of(fences):
+    stored, examples, last, unused = [], [], None, {}
+    for number, fence in enumerate(fences):
+        if isinstance(fence, int):  # a heading ends the files of its own and of deeper sections
+            stored = [file for file in stored if file.depth < fence]
+            last = None
+            continue
+        where = f"{fence.page}:{fence.line}"
+        if fence.kind in RESULTS:
+            if last is None:
+                raise Fault(f"{where}: {fence.kind} without an example before it in its section")
+            if fence.kind == "file":
+                if "name" not in fence.words:
+                    raise Fault(f"{where}: file needs name=")
+                last.made.append(fence)
+            elif last.fence.kind == "console" or fence.kind in last.results:
+                raise Fault(f"{where}: this example has its {fence.kind} already")
+            else:
+                last.results[fence.kind] = fence
+            continue
+        for name in [name for name, old in unused.items() if mentions(fence, old)]:
+            del unused[name]
+        following = fences[number + 1] if number + 1 < len(fences) else None
+        if is_run(fence, following):
+            last = Example(fence, list(stored))
+            examples.append(last)
+        elif fence.kind in ("text", "cmake", "basic") and "name" not in fence.words:
+            last = None
+            continue
+        elif fence.kind in ("syntax", "sh"):
+            last = None
+            continue
+        else:
+            last = None
+            unused[fence.words["name"]] = fence
+        if "name" in fence.words:
+            stored = [file for file in stored if file.words["name"] != fence.words["name"]] + [fence]
+    for fence in unused.values():
+        raise Fault(f"{fence.page}:{fence.line}: {fence.words['name']} is shown, but no example uses it")
+    return examples
+
+
+def mentions(fence, file):
+    name = pathlib.PurePath(file.words["name"])
+    wildcard = "*" + name.suffix
+    return any(word in fence.text for word in (name.name, name.stem, wildcard))
+
+
+class Difference(Exception):
+    pass
+
+
+def compare(where, what, expected, got):
+    # A fence cannot show that the last line feed is missing.
+    if got != expected and got + "\n" != expected:
+        diff = difflib.unified_diff(expected.splitlines(), got.splitlines(), "shown", "happens", lineterm="")
+        raise Difference(f"{where}: {what} differs\n" + "\n".join("    " + line for line in diff))
+
+
+class Bench:
+    """Runs the examples of one page, each in a fresh folder unless it keeps the one before."""
+
+    def __init__(self, options, box):
+        self.options = options
+        self.box = pathlib.Path(box)
+        self.count = 0
+        self.home = None
+        self.not_run = []
+        self.built = {}  # server libraries, by the line of their fence
+        tools = self.box / "bin"
+        tools.mkdir()
+        (tools / "brindle").symlink_to(pathlib.Path(options.runner).resolve())
+        self.environment = {key: value for key, value in os.environ.items()
+                            if key not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "BRINDLE_DEVICES")}
+        self.environment.update(PATH=f"{tools}:{os.environ['PATH']}", TZ="UTC", LC_ALL="C.UTF-8")
+        if options.compiler:
+            (tools / "c++").symlink_to(shutil.which(options.compiler))
+            (self.box / "brindle.pc").write_text(
+                "Name: brindle\nDescription: the library of the build folder\nVersion: 0\n"
+                f"Cflags: -I{options.source}/include\n"
+                f"Libs: -L{options.library} -Wl,-rpath,{options.library} -lbrindle\n", encoding="utf-8")
+            self.environment["PKG_CONFIG_PATH"] = str(self.box)
+
+    def prepare(self, example):
+        if "keep" not in example.fence.words or self.home is None:
+            self.count += 1
+            self.home = self.box / str(self.count)
+            (self.home / "here").mkdir(parents=True)
+            self.environment.update(HOME=str(self.home), XDG_DATA_HOME=str(self.home / "data"),
+                                    XDG_RUNTIME_DIR=str(self.home))
+        for file in example.files:
+            library = self.built.get(file.line)
+            if library and library.parent != self.folder:
+                shutil.copy(library, self.folder)
+            path = self.folder / file.words["name"]
+            path.parent.mkdir(parents=True, exist_ok=True)
+            if not path.exists() or "keep" not in example.fence.words:
+                path.write_text(file.text, encoding="utf-8")
+
+    @property
+    def folder(self):
+        return self.home / "here"
+
+    def run(self, command, given="", limit=TIME_LIMIT, merged=False):
+        try:
+            done = subprocess.run(command, cwd=self.folder, env=self.environment, input=given.encode(), timeout=limit,
+                                  stdout=subprocess.PIPE, stderr=subprocess.STDOUT if merged else subprocess.PIPE,
+                                  check=False)
+        except subprocess.TimeoutExpired as problem:
+            raise Difference(f"it did not end within {limit:.0f} seconds") from problem
+        return done.returncode, done.stdout.decode(errors="replace"), (done.stderr or b"").decode(errors="replace")
+
+    def play(self, example):
+        where = f"{example.fence.page}:{example.fence.line}"
+        needed = example.fence.words.get("needs")
+        if needed and not (pathlib.Path(self.options.runner).resolve().parent / f"libbrindle-{needed}.so").exists():
+            self.not_run.append(f"{where}: this build has no {needed}")
+            return
+        self.prepare(example)
+        try:
+            getattr(self, "play_" + example.fence.kind)(example)
+        except Difference as problem:
+            text = str(problem)
+            raise Difference(text if text.startswith(str(example.fence.page)) else f"{where}: {text}") from problem
+        for shown in example.made:
+            path = self.folder / shown.words["name"]
+            if not path.exists():
+                raise Difference(f"{shown.page}:{shown.line}: the file {path.name} was not made")
+            compare(f"{shown.page}:{shown.line}", path.name, shown.text, path.read_text(encoding="utf-8"))
+
+    def check_run(self, example, command):
+        fence, results = example.fence, example.results
+        given = results["input"].text if "input" in results else ""
+        status, output, errors = self.run(command, given)
+        shown = results.get("errors")
+        if shown is None and errors and "prompts" not in fence.words:
+            raise Difference("unexpected text on the standard error\n" +
+                             "\n".join("    " + line for line in errors.splitlines()))
+        at = results.get("output", fence)
+        compare(f"{at.page}:{at.line}", "the output", results["output"].text if "output" in results else "", output)
+        if shown is not None:
+            compare(f"{shown.page}:{shown.line}", "the standard error", shown.text, errors)
+        wanted = [int(fence.words["exit"])] if "exit" in fence.words else [0] if shown is None else [0, 1]
+        if status not in wanted:
+            raise Difference(f"exit status {status}\n{errors}")
+
+    def play_basic(self, example):
+        name = example.fence.words.get("name", "example.bas")
+        path = self.folder / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_text(example.fence.text, encoding="utf-8")
+        self.check_run(example, ["brindle", "--ui=console", *shlex.split(example.fence.words.get("options", "")), name])
+
+    def play_console(self, example):
+        fence = example.fence
+        if not fence.text.startswith("$ "):
+            raise Difference('a console example begins with "$ "')
+        line = fence.line
+        for block in re.split(r"^(?=\$ )", fence.text, flags=re.MULTILINE)[1:]:
+            command, _, shown = block.partition("\n")
+            command = command[2:]
+            while command.endswith("\\"):
+                more, _, shown = shown.partition("\n")
+                command = command[:-1] + more.removeprefix(">")
+            first = next(word for word in shlex.split(command, comments=True) if not re.match(r"^\w+=", word))
+            if first in NOT_RUN:
+                self.not_run.append(f"{fence.page}:{line + 1}: {command}")
+            else:
+                _, output, _ = self.run(["bash", "-c", command], limit=COMPILE_LIMIT, merged=True)
+                compare(f"{fence.page}:{line + 1}", f'what "{command}" shows', shown, output)
+            line += block.count("\n")
+
+    def play_cpp(self, example):
+        fence, options = example.fence, self.options
+        if not options.compiler:
+            raise Difference("a C++ example needs --compiler, --source and --library")
+        base = [options.compiler, "-std=c++20", "-Wall", "-Wextra", "-Wpedantic", "-Werror", *shlex.split(options.flags),
+                f"-I{options.source}/include"]
+        text = fence.text
+        name = fence.words.get("name", "example.cpp")
+        if "part" in fence.words:
+            heads = [line for line in text.split("\n") if line.startswith("#include")]
+            rest = [line for line in text.split("\n") if not line.startswith("#include")]
+            text = "\n".join([*heads, fence.before, "void Part();", "void Part() {", *rest, "}", ""])
+        elif "name" not in fence.words:
+            raise Difference("a C++ example needs name=, or the word part")
+        path = self.folder / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_text(text, encoding="utf-8")
+        if "part" in fence.words:
+            command = [*base, "-Wno-unused", "-fsyntax-only", name]
+        elif "shared" in fence.words:
+            command = [*base, "-shared", "-fPIC", name, "-o", str(pathlib.PurePath(name).with_suffix(".so"))]
+        else:
+            command = [*base, name, "-o", "program"]
+        libraries = [f"-L{options.library}", f"-Wl,-rpath,{options.library}", "-lbrindle"]
+        if "qt_user_interface.h" in text:
+            libraries.append("-lbrindle-qt")
+        status, output, _ = self.run([*command, *libraries], limit=COMPILE_LIMIT, merged=True)
+        if status != 0:
+            raise Difference("it does not compile\n" + output)
+        if "shared" in fence.words:
+            self.built[fence.line] = path.with_suffix(".so")
+        elif "part" not in fence.words:
+            self.check_run(example, ["./program"])
+
+
+def check_links(pages, missing_allowed):
+    """Every link inside the documentation leads to a file, and to a heading where it names one."""
+    problems = []
+    by_path = {page.path.resolve(): page for page in pages}
+    for page in pages:
+        for line, target in page.links:
+            if re.match(r"^\w+:", target):
+                continue
+            name, _, anchor = target.partition("#")
+            path = (page.path.parent / name).resolve() if name else page.path.resolve()
+            if not path.exists():
+                if path.name not in missing_allowed:
+                    problems.append(f"{page.path}:{line}: no such file: {target}")
+            elif anchor and path in by_path and anchor not in by_path[path].anchors:
+                problems.append(f"{page.path}:{line}: no such heading: {target}")
+    return problems
+
+
+def find_pages(places):
+    found = []
+    for place in map(pathlib.Path, places):
+        found += sorted(place.rglob("*.md")) if place.is_dir() else [place]
+    return found
+
+
+def play_page(page, options):
+    problems, not_run = [], []
+    with tempfile.TemporaryDirectory(prefix="docs-") as box:
+        bench = Bench(options, box)
+        for example in page.examples:
+            try:
+                bench.play(example)
+            except Difference as problem:
+                problems.append(str(problem))
+        not_run = bench.not_run
+    return problems, not_run
+
+
+def check(options):
+    pages, problems, not_run = [], [], []
+    for path in find_pages(options.places):
+        try:
+            pages.append(read_page(path))
+        except Fault as fault:
+            problems.append(str(fault))
+    problems += check_links(pages, options.missing_allowed)
+    count = 0
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        wanted = [page for page in pages if options.only in str(page.path)]
+        for page, (faults, left) in zip(wanted, pool.map(lambda one: play_page(one, options), wanted)):
+            problems += faults
+            not_run += left
+            count += len(page.examples)
+    return len(pages), count, not_run, problems
+
+
+GOOD_PAGE = """# Good
+```text name=data.txt
+one
+```
+## Runs
+```basic prompts
+open "data.txt" for input as 1 text
+print readline(1)
+x = ask("Go on?")
+print x
+```
+```output
+one
+0
+```
+```basic exit=1
+print "a" ; nope(
+```
+```errors
+Undefined function name
+print "a" ; nope(
+```
+```console
+$ brindle --ui=console missing.bas 2>/dev/null || echo failed
+failed
+```
+[up](#good)
+"""
+
+# Every one has the fault that its text names.
+FAULTY_PAGES = {
+    "the output differs": '```basic\nprint "a"\n```\n```output\nb\n```\n',
+    "the output differs ": '```basic\nprint "a"\n```\n',
+    "unexpected text on the standard error": "```basic\nprint nope()\n```\n",
+    "the standard error differs": "```basic\nprint nope()\n```\n```errors\nSyntax error\n```\n",
+    "exit status 0": "```basic exit=1\nx = 1\n```\n",
+    "without an example": "```output\na\n```\n",
+    "unknown kind of fence": "```basix\nx = 1\n```\n",
+    "a fence without a language": "```\nx\n```\n",
+    "knows no word": "```basic kept\nx = 1\n```\n",
+    "a fence without an end": "```basic\nx = 1\n",
+    "no example uses it": "```text name=a.txt\na\n```\n",
+    "an indented block": "text\n\n    print 1\n",
+    "the file a.txt was not made": "```basic\nx = 1\n```\n```file name=a.txt\n1\n```\n",
+    'what "brindle a.bas" shows differs': "```console\n$ brindle a.bas\nhello\n```\n",
+    "no such heading": "[a](#nowhere)\n",
+    "no such file": "[a](nowhere.md)\n",
+    "needs --compiler": "```cpp name=a.cpp\nint main() {}\n```\n",
+}
+
+
+def self_test(options):
+    failed = 0
+    with tempfile.TemporaryDirectory(prefix="docs-") as folder:
+        page = pathlib.Path(folder) / "page.md"
+        options.places, options.only, options.compiler, options.missing_allowed = [page], "", None, set()
+        page.write_text(GOOD_PAGE, encoding="utf-8")
+        for problem in check(options)[3]:
+            failed += 1
+            print("FAIL the good page:", problem)
+        for wanted, text in FAULTY_PAGES.items():
+            page.write_text("# Page\n" + text, encoding="utf-8")
+            problems = check(options)[3]
+            if len(problems) != 1 or wanted.strip() not in problems[0] or not problems[0].startswith(str(page)):
+                failed += 1
+                print("FAIL", wanted, problems)
+    print(f"{1 + len(FAULTY_PAGES) - failed} pages judged as they should be, {failed} not")
+    return 1 if failed else 0
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--runner", required=True)
+    parser.add_argument("--compiler")
+    parser.add_argument("--flags", default="")
+    parser.add_argument("--source", help="the folder that holds include/")
+    parser.add_argument("--library", help="the folder that holds libbrindle.so")
+    parser.add_argument("--only", default="", help="only pages whose path contains this")
+    parser.add_argument("--missing-allowed", nargs="*", default=[], help="pages that links may name before they exist")
+    parser.add_argument("--list", action="store_true", help="name what is not run")
+    parser.add_argument("--self-test", action="store_true")
+    parser.add_argument("places", nargs="*")
+    options = parser.parse_args()
+    for folder in ("source", "library"):
+        if getattr(options, folder):
+            setattr(options, folder, pathlib.Path(getattr(options, folder)).resolve())
+    if options.self_test:
+        return self_test(options)
+    pages, examples, not_run, problems = check(options)
+    for problem in problems:
+        print("FAIL " + problem)
+    if options.list:
+        print("\n".join("not run: " + command for command in not_run))
+    print(f"{pages} pages, {examples} examples, {len(problems)} faults, {len(not_run)} not run")
+    return 1 if problems or not examples else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

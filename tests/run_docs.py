@@ -47,6 +47,7 @@ class Bench:
         self.box = pathlib.Path(box)
         self.count = 0
         self.home = None
+        self.stored = set()  # the lines of the fences whose files are in the folder
         self.not_run = []
         self.built = {}  # server libraries, by the line of their fence
         tools = self.box / "bin"
@@ -68,16 +69,18 @@ class Bench:
             self.count += 1
             self.home = self.box / str(self.count)
             (self.home / "here").mkdir(parents=True)
+            self.stored = set()
             self.environment.update(HOME=str(self.home), XDG_DATA_HOME=str(self.home / "data"),
                                     XDG_RUNTIME_DIR=str(self.home))
         for file in example.files:
             library = self.built.get(file.line)
             if library and library.parent != self.folder:
                 shutil.copy(library, self.folder)
-            path = self.folder / file.words["name"]
-            path.parent.mkdir(parents=True, exist_ok=True)
-            if not path.exists() or "keep" not in example.fence.words:
+            if file.line not in self.stored:
+                path = self.folder / file.words["name"]
+                path.parent.mkdir(parents=True, exist_ok=True)
                 path.write_text(file.text, encoding="utf-8")
+                self.stored.add(file.line)
 
     @property
     def folder(self):
@@ -144,8 +147,10 @@ class Bench:
             while command.endswith("\\"):
                 more, _, shown = shown.partition("\n")
                 command = command[:-1] + more.removeprefix(">")
-            first = next(word for word in shlex.split(command, comments=True) if not re.match(r"^\w+=", word))
-            if first in NOT_RUN:
+            words = [word for word in shlex.split(command, comments=True) if not re.match(r"^\w+=", word)]
+            # A program of the page itself can be run.
+            own = len(words) > 1 and (self.folder / words[1]).is_file()
+            if words[0] in NOT_RUN and not own:
                 self.not_run.append(f"{fence.page}:{line + 1}: {command}")
             else:
                 _, output, _ = self.run(["bash", "-c", command], limit=COMPILE_LIMIT, merged=True)

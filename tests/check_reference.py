@@ -5,7 +5,7 @@ Usage: check_reference.py [--self-test] SOURCE_DIR
 
 Every statement word, keyword and built-in function has an entry in docs/reference: a heading "### `word`" (several words
 are separated by commas) with its syntax and an example that runs, or for keywords a row with an anchor. No entry names a
-word that is not there, and the index leads to every one. docs/errors.md has every number with its exact text; a number
+word that is not there, and the index leads to every one. Every page has its place in the site. docs/errors.md has every number with its exact text; a number
 that is reported has an example that reports it.
 """
 
@@ -120,14 +120,28 @@ def check_errors(source):
     return len(texts), problems
 
 
+def check_contents(source):
+    """Every page has a place in the site and can be reached from the start page."""
+    problems = []
+    site = set(re.findall(r": ([\w/-]+\.md)$", read(source / "mkdocs.yml"), re.MULTILINE))
+    contents = read(source / "docs/index.md") + read(source / "docs/reference/index.md").replace("](", "](reference/")
+    pages = {str(path.relative_to(source / "docs")) for path in (source / "docs").rglob("*.md")}
+    for page in sorted(pages):
+        if page not in site:
+            problems.append(f"mkdocs.yml: {page} has no place")
+        if page != "index.md" and not re.search(r"\]\(" + re.escape(page) + r"[#)]", contents):
+            problems.append(f"docs/index.md: no link to {page}")
+    return problems
+
+
 def check(source):
     words, problems = check_words(source)
     numbers, more = check_errors(source)
-    return words, numbers, problems + more
+    return words, numbers, problems + more + check_contents(source)
 
 
 FILES = ("src/interpreter/word_tables.cpp", "src/interpreter/function_table.cpp", "src/interpreter/error_numbers.h",
-         "src/values/messages.cpp")
+         "src/values/messages.cpp", "mkdocs.yml")
 
 # What is changed in a copy, and what must be said of it.
 CHANGES = (
@@ -141,6 +155,8 @@ CHANGES = (
     ("src/values/messages.cpp", "Undefined label", "No label", "number 8 is not listed as: No label"),
     ("src/interpreter/error_numbers.h", "kErrorExpectedTo = 10,", "kErrorExpectedTo = 10,\n  kErrorNew = 11,",
      "error 11 is not shown"),
+    ("mkdocs.yml", "      - Maps: reference/maps.md\n", "", "reference/maps.md has no place"),
+    ("docs/index.md", "[Internals](internals.md)", "", "no link to internals.md"),
     ("docs/errors.md", "\n```errors\nExpected: TO\n", "\n```errors\nSyntax error\n", "no example reports error 10"),
 )
 

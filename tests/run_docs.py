@@ -59,10 +59,15 @@ class Bench:
         if options.compiler:
             (tools / "c++").symlink_to(shutil.which(options.compiler))
             (self.box / "brindle.pc").write_text(
-                "Name: brindle\nDescription: the library of the build folder\nVersion: 0\n"
+                "Name: brindle\nDescription: the library of the build folder\n"
+                f"Version: {self.version()}\n"
                 f"Cflags: -I{options.source}/include\n"
-                f"Libs: -L{options.library} -Wl,-rpath,{options.library} -lbrindle\n", encoding="utf-8")
+                f"Libs: -L{options.library} -Wl,-rpath,{options.library} -lbrindle {options.flags}\n", encoding="utf-8")
             self.environment["PKG_CONFIG_PATH"] = str(self.box)
+
+    def version(self):
+        header = (self.options.source / "include/brindle/version.h").read_text(encoding="utf-8")
+        return re.search(r'define BRINDLE_VERSION "([^"]+)"', header).group(1)
 
     def prepare(self, example):
         if "keep" not in example.fence.words or self.home is None:

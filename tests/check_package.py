@@ -161,8 +161,8 @@ def main():
                            PKG_CONFIG_PATH=str(library.parent / "pkgconfig"))
         host = options.source / "examples" / "host"
         script = host / "battery.bas"
-        # The package file names the prefix that was configured; the test installed elsewhere.
-        package = f"$(pkg-config --define-variable=prefix={shlex.quote(str(prefix))} --cflags --libs brindle)"
+        # The package file finds the prefix from where it stands, not where it was configured.
+        package = "$(pkg-config --cflags --libs brindle)"
         check_host("pkg-config",
                    f"{options.compiler} -std=c++20 {options.flags} {shlex.quote(str(host / 'main.cpp'))} "
                    f"-o host {package}",

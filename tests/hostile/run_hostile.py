@@ -115,8 +115,9 @@ def nested():
     """Nesting beyond any stack."""
     deep = 100_000
     down = "\nend\nfunction down(n)\nif n = 0 then\ndown = 0\nelse\ndown = %s\nendif\nendfunction\n"
-    yield Case("nested parentheses", "x = " + "(" * deep + "1" + ")" * deep + "\n", error=ERROR_50)
-    yield Case("nested parentheses that never close", "x = " + "(" * deep, error=ERROR_50)
+    deepest = 4 * deep  # a parenthesis takes little stack, and a sanitized runner gets more of it
+    yield Case("nested parentheses", "x = " + "(" * deepest + "1" + ")" * deepest + "\n", error=ERROR_50)
+    yield Case("nested parentheses that never close", "x = " + "(" * deepest, error=ERROR_50)
     yield Case("nested powers", "x = " + "2^" * (10 * deep) + "2\n", error=ERROR_50)
     yield Case("nested indices", "dim a[2]\nx = " + "a[" * deep + "0" + "]" * deep + "\n", error=ERROR_50)
     yield Case("nested calls of a built-in", "x = " + "len(" * deep + '"a"' + ")" * deep + "\n", error=ERROR_50)

@@ -15,7 +15,8 @@ namespace {
 
 // The rest of their line is never read.
 bool SkipsItsLine(COMMAND_TYPE command) {
-  return command == COMMAND_REM || command == COMMAND_ENCRYPT || command == COMMAND_INCLUDE || command == COMMAND_LIBRARY;
+  return command == COMMAND_REM || command == COMMAND_ENCRYPT || command == COMMAND_INCLUDE ||
+         command == COMMAND_LIBRARY;
 }
 
 void Print(const Token& token) {

@@ -125,12 +125,26 @@ function the_runners_check_is_understood() {
 
 // What a snippet stands in.
 function wholeProgram(name, program) {
-  const names = 'a = 1\nb = 1\nvariable = 1\n';
+  const names = 'a = 1\nb = 2\nvariable = 1\n';
   if (name === 'snippet Control') return `dialog "t", 0, 0, 9, 9\n${program}enddialog\n`;
   if (name === 'snippet Function' || name === 'snippet Sub') return `end\n${program}`;
-  if (name === 'snippet Call') return `${program}end\nsub Name(value)\nendsub\n`;
-  if (name === 'snippet Library') return '';
+  if (name === 'snippet Call') return `${program}end\nsub Name(n)\nendsub\n`;
+  if (name === 'snippet Alter') return `dialog "t", 0, 0, 9, 9\ncontrol edittext "", 11, 1, 1, 1, 1\noninit Opened\nenddialog\nend\nsub Opened(r)\n${program}endsub\n`;
   return names + program;
+}
+
+function snippets_run_as_they_are() {
+  inTemporaryFolder((temporary) => {
+    writeFileSync(join(temporary, 'in.txt'), 'a line\n');
+    writeFileSync(join(temporary, 'common.bas'), '');
+    for (const [name, program] of snippetPrograms(sourceFolder)) {
+      const wrapped = wholeProgram(name, program);
+      writeFileSync(join(temporary, 'case.bas'), wrapped);
+      const done = spawnSync(runner, ['--ui=console', '--on-error=abort', 'case.bas'],
+        { cwd: temporary, encoding: 'utf8', input: '', timeout: 20000 });
+      assert.equal(done.status, 0, `${name}:\n${wrapped}\n${done.error ?? done.stderr}`);
+    }
+  });
 }
 
 function tasks_start_the_runner_without_a_shell() {
@@ -159,7 +173,7 @@ function tasks_start_the_runner_without_a_shell() {
 let failed = 0;
 for (const test of [every_file_that_is_contributed_is_there, the_examples_are_indented_by_the_rules,
   blocks_fold_in_any_case_of_letters, a_word_is_a_token, comments_go_on_in_the_next_line, problems_are_read_from_lines,
-  tasks_start_the_runner_without_a_shell, the_runners_check_is_understood]) {
+  tasks_start_the_runner_without_a_shell, snippets_run_as_they_are, the_runners_check_is_understood]) {
   try {
     const left = test();
     console.log(left ? `left out ${test.name}: ${left}` : `passed ${test.name}`);

@@ -112,7 +112,7 @@ def check_components(prefix, source, build_component, environment, work):
         check("the plug-in for D-Bus is found", result.stderr == 'D-Bus: "dbus:" names no service\n', result.stderr)
 
     guide = (source / "docs" / "components.md").read_text(encoding="utf-8")
-    blocks = dict(re.findall(r"^```(cpp|basic)\n(.*?)^```$", guide, re.MULTILINE | re.DOTALL))
+    blocks = dict(re.findall(r"^```(cpp|basic)\b[^\n]*\n(.*?)^```$", guide, re.MULTILINE | re.DOTALL))
     (work / "counter.cpp").write_text(blocks["cpp"], encoding="utf-8")
     (work / "counter.bas").write_text(blocks["basic"], encoding="utf-8")
     built = run(build_component, cwd=work, env=environment, shell=True)

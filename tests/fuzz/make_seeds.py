@@ -125,6 +125,19 @@ def text_files():
             yield bytes([page | 8 | 16, min(len(text) // 2, 255)]) + text
 
 
+def console_commands():
+    """The input of the examples and of the script tests with dialogs, and every command for every control."""
+    for path in sorted(ROOT.glob("examples/*/*.input")):
+        yield path.read_bytes()[:LARGEST]
+    for name, contents in scripts():
+        if name.startswith("dialogs."):
+            lines = re.findall(r"# input: (.*)", contents.decode("utf-8", "replace"))
+            if lines:
+                yield "\n".join(lines).encode()
+    for command in ("click %d", "type %d text", "select %d 1", "set %d 50", "set %d 2026-02-28 12:30:00", "menu %d 0"):
+        yield "\n".join(command % control for control in range(3, 18)).encode() + b"\nmenu window 0\nshow\nok\n"
+
+
 def enciphered():
     for _, contents in scripts():
         if contents.lstrip()[:7].lower() == b"encrypt":
@@ -170,6 +183,7 @@ def main():
     write(arguments.folder / "format", formats())
     write(arguments.folder / "dialog_template", dialog_templates())
     write(arguments.folder / "table", table_inputs())
+    write(arguments.folder / "console_dialog", console_commands())
     write(arguments.folder / "text_lines", text_files())
     write(arguments.folder / "enciphered", enciphered())
     write_dictionary(arguments.folder / "words.dict")

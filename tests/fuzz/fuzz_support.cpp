@@ -13,9 +13,8 @@ namespace {
 class Folder {
 public:
   Folder() {
-    const char* wanted = std::getenv("TMPDIR");
-    const char* parent = wanted != nullptr ? wanted : fs::exists("/dev/shm") ? "/dev/shm" : "/tmp";
-    m_path = std::string(parent) + "/brindle-fuzz-XXXXXX";
+    const bool hasMemory = access("/dev/shm", W_OK) == 0;
+    m_path = (hasMemory ? std::string("/dev/shm") : fs::temp_directory_path().string()) + "/brindle-fuzz-XXXXXX";
     Require(mkdtemp(m_path.data()) != nullptr, "a folder can be made");
   }
   Folder(const Folder&) = delete;

@@ -18,7 +18,7 @@ sys.path.insert(0, str(FUZZ_FOLDER.parent / "hostile"))
 from run_hostile import vocabulary  # noqa: E402
 
 LARGEST = 4096  # bytes of a program; a longer one slows every run down
-FEW = 12        # every how many programs are taken with --some
+FEW = 4         # every how many programs are taken with --some
 
 
 def scripts():
@@ -122,7 +122,7 @@ def text_files():
     for page in range(8):
         for text in texts:
             yield bytes([page]) + text
-            yield bytes([page | 8 | 16, min(len(text) // 2, 255)]) + text
+            yield bytes([page | 0xC8 | 16, min(len(text) // 2, 255)]) + text
 
 
 def console_commands():

@@ -87,7 +87,7 @@ void ReadFromPlaces(TextFile& file, fuzz::Input& places) {
       const std::size_t count = places.Byte();
       Require(file.ReadBytes(bytes.data(), count) == std::min<std::uint64_t>(count, left), "the bytes there are given");
     }
-    (void)ReadLines(file);
+    (void)file.ReadLine(line);
   }
 }
 
@@ -113,8 +113,9 @@ void CheckWritten(const CString& text, WriteEncoding encoding) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   fuzz::Input input(data, size);
   const std::uint8_t choice = input.Byte();
-  // In front of the bytes, so that the end of a reader's block falls into them.
-  const std::size_t padding = (choice & 8) != 0 ? 16 * 1024 - input.Byte() : 0;
+  // Sometimes, as it takes long: in front of the bytes, so that the end of a reader's block falls into them.
+  constexpr std::uint8_t kPadded = 0xC8;
+  const std::size_t padding = (choice & kPadded) == kPadded ? 16 * 1024 - input.Byte() : 0;
   fuzz::Input places(data, size);
   std::string bytes(padding, 'a');
   bytes += input.Rest();

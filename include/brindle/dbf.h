@@ -234,14 +234,16 @@ private:
   [[nodiscard]] std::uint64_t PlaceOf(std::uint64_t record) const noexcept;
   [[nodiscard]] bool IsSelected(int field) const noexcept;
   void StoreValues(std::string_view fieldBytes);
-  [[nodiscard]] std::string EncodeRecord(bool check, std::string_view found) const;
+  void EncodeRecord(bool check, std::string_view found);
   void WriteAt(std::uint64_t place, bool check, Place kind);
 
   std::unique_ptr<brindle::TableFile> m_pFile;
   std::shared_ptr<const brindle::CodePage> m_pPage; // never null while there is a file name
   CString m_strFileName;
   std::string m_strHeader;     // header, descriptors and terminator as they stand in the file
-  std::u16string m_strDecoded; // kept for its memory
+  std::u16string m_strDecoded; // these three are kept for their memory
+  std::string m_strRecord;
+  std::string m_strField;
   std::vector<CDbfFieldDescriptorEx> m_descriptors;
   std::vector<CAttributePair> m_pairs;
   std::vector<bool> m_filter;

@@ -11,6 +11,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -58,6 +59,10 @@ using BrindleCallback = CBasicVariable (*)(CBrindle* interpreter, CBasicVariable
 /// One interpreter. A host makes one per run, registers its own functions, and runs a script file; the
 /// object keeps the script's variables, functions, files and tables until it is destroyed. Not copyable;
 /// all calls on one object come from one thread.
+///
+/// Want of memory inside ExecuteProgram and EventThrow is told as error 50 (17 while the file is loaded) and ends
+/// the run; that needs no memory, and when the box cannot be shown either it counts as cancelled. All other members
+/// throw std::bad_alloc then and change nothing.
 class BRINDLE_API CBrindle {
 public:
   CBrindle();
@@ -117,7 +122,8 @@ private:
   // ---- interpreter: running a program, reading position (program.cpp, position.cpp)
   bool LoadProgram(const CString& fileName);
   template <class Body, class Release> void RunToAbort(Body body, Release release);
-  void RunHandlers(CStringArray& handlers, Arguments& args);
+  void RunAlone(const std::function<void()>& body);
+  template <class Body> void RunInside(Body body);
   void RunProgram(const CString& fileName);
   void RunLoop();
   bool RunCompiled();
@@ -146,6 +152,8 @@ private:
   // ---- interpreter: errors (errors.cpp)
   bool Fail(int number);
   [[noreturn]] void AbortWith(int number);
+  [[nodiscard]] CString ErrorText(int number);
+  void ReportOrGiveUp(int number);
   void CheckNesting();
 
   // ---- interpreter: tokens and tables (tokens.cpp, word_tables.cpp, function_table.cpp)

@@ -2,6 +2,7 @@
 #include "brindle/interpreter.h"
 #include "interpreter/state.h"
 
+#include <functional>
 #include <unordered_set>
 
 using namespace brindle;
@@ -77,13 +78,17 @@ void CBrindle::CallHandlers(CStringArray& handlers, Arguments& args) {
 // The names of the arguments that are variables have been recorded.
 bool CBrindle::RaiseEvent(const CString& event, Arguments& arguments) {
   CStringArray* handlers = EventFind(event);
-  if (handlers == nullptr)
-    return false;
-  if (m_pState->runDepth > 0)
+  if (handlers != nullptr)
     CallHandlers(*handlers, arguments);
+  return handlers != nullptr;
+}
+
+// Calls the body inside a run; one of its own when nothing runs.
+template <class Body> void CBrindle::RunInside(Body body) {
+  if (m_pState->runDepth > 0)
+    body();
   else
-    RunHandlers(*handlers, arguments);
-  return true;
+    RunAlone(std::ref(body)); // a reference, for which no memory is needed
 }
 
 bool CBrindle::EventThrow(const CString& event, Arguments& arguments) {
@@ -98,16 +103,30 @@ bool CBrindle::EventThrow(const CString& event, Arguments& arguments) {
     CStringArray& names;
     int before;
   };
-  const NoNames scope(m_pState->m_arrTemporaries, arguments.GetSize());
-  return RaiseEvent(event, arguments);
+  bool known = false;
+  RunInside([&] {
+    CStringArray* handlers = EventFind(event);
+    known = handlers != nullptr;
+    if (!known)
+      return;
+    const NoNames scope(m_pState->m_arrTemporaries, arguments.GetSize());
+    CallHandlers(*handlers, arguments);
+  });
+  return known;
 }
 
 bool CBrindle::EventThrow(const CString& event, CBasicVariable* value) {
-  if (value == nullptr || EventFind(event) == nullptr)
-    return false;
-  Arguments arguments;
-  arguments.Add(*value);
-  return EventThrow(event, arguments);
+  bool known = false;
+  if (value != nullptr)
+    RunInside([&] {
+      known = EventFind(event) != nullptr;
+      if (!known)
+        return;
+      Arguments arguments;
+      arguments.Add(*value);
+      EventThrow(event, arguments);
+    });
+  return known;
 }
 
 // Here, not beside the value classes: they know no interpreter.

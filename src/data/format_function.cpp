@@ -30,6 +30,11 @@ std::int64_t IntegerFor(const FormatDirective& directive, double value) {
   return isUnsigned && integer < 0 && directive.longs < 2 ? static_cast<std::int64_t>(ToUint32(value)) : integer;
 }
 
+// What a text can take without a width or a precision; a number is short.
+int TextOutput(const CBasicVariable& value) {
+  return value.GetType() == BVT_STRING ? value.GetStringValue().GetLength() : 0;
+}
+
 void AppendValue(CString& out, const FormatDirective& directive, const CBasicVariable& value) {
   switch (directive.conversion) {
   case u'd':
@@ -88,7 +93,7 @@ bool CBrindle::ExecFormat(CBasicVariable& result, const CBasicVariable& value, c
       continue;
     valueUsed = true;
     const std::int64_t room = kLongestText - out.GetLength();
-    if (MinimumOutput(directive) > room || value.GetStringValue().GetLength() > room)
+    if (MinimumOutput(directive) > room || TextOutput(value) > room)
       return Fail(kErrorUnrecoverable);
     AppendValue(out, directive, value);
   }

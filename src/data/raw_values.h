@@ -34,6 +34,7 @@ struct RawValues {
   [[nodiscard]] static const CString& Text(const VariableSlot& slot) noexcept { return slot.m_text; }
   [[nodiscard]] static CString& Text(VariableSlot& slot) noexcept { return slot.m_text; }
   [[nodiscard]] static std::int32_t Integer(const VariableSlot& slot) noexcept { return slot.m_integer; }
+  [[nodiscard]] static std::int32_t Integer(const CVarBase& item) noexcept { return item.m_integer; }
   [[nodiscard]] static CBasicVariable& Box(const VariableSlot& slot) noexcept { return *slot.Contents(); }
 
   // Whether a slot can be overwritten without anybody noticing.
@@ -173,7 +174,10 @@ struct RawValues {
         variable.m_items.m_nCapacity == 1) [[unlikely]]
       return nullptr;
     variable.m_nCurIndex = at;
-    return variable.m_items.m_pHeap + at;
+    CVarBase* const item = variable.m_items.m_pHeap + at;
+    if (item == nullptr)
+      __builtin_unreachable(); // so that the caller's test for null is the one above
+    return item;
   }
   // Writes an array's item, which becomes the current one. False, and unchanged, when the index is outside, when
   // somebody watches the variable, and for values that are no plain scalars.

@@ -8,6 +8,9 @@
 #include "platform/stack.h"
 #include "values/messages.h"
 
+#include <new>
+#include <stdexcept>
+
 using namespace brindle;
 
 CString CBrindle::GetCurrentLine() {
@@ -27,18 +30,41 @@ CString CBrindle::GetCurrentLine() {
   return CString(text.substr(start, end - start));
 }
 
+// Message, line feed, failing line. The errors that tell of want of memory have a text laid by, which stands alone.
+CString CBrindle::ErrorText(int number) {
+  try {
+    const std::optional<CString> message = LoadMessage(number);
+    if (!message)
+      CallUserInterface([&] { GetUserInterface().ShowNotice(CString(u"Error loading resource string.")); });
+    return message.value_or(CString()) + u"\n" + GetCurrentLine();
+  } catch (const std::bad_alloc&) {
+    if (number == kErrorUnrecoverable)
+      return m_pState->unrecoverableText;
+    if (number == kErrorLoadingSource)
+      return m_pState->loadingSourceText;
+    throw;
+  }
+}
+
 void CBrindle::ReportError(int number) {
   CUserInterface& userInterface = GetUserInterface();
-  const std::optional<CString> message = LoadMessage(number);
-  if (!message)
-    CallUserInterface([&] { userInterface.ShowNotice(CString(u"Error loading resource string.")); });
-  m_pState->lastError = message.value_or(CString()) + u"\n" + GetCurrentLine();
+  m_pState->lastError = ErrorText(number);
   // A copy: a timer's handler that fails while the box is up has an error of its own.
   const CString text = m_pState->lastError;
   const auto answer = CallUserInterface([&] { return userInterface.ShowError(text); });
   // Outside a run there is nothing to abort: a host may report an error of its own.
   if (answer == CUserInterface::ErrorAnswer::Cancel && m_pState->runDepth > 0)
     throw ScriptAbort{this};
+}
+
+void CBrindle::ReportOrGiveUp(int number) {
+  try {
+    ReportError(number);
+  } catch (const std::bad_alloc&) {
+    // Like a box that is answered by Cancel: what ends on this error has ended, and the host finds it as the last one.
+  } catch (const std::length_error&) {
+    // Likewise.
+  }
 }
 
 bool CBrindle::Fail(int number) {

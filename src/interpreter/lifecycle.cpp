@@ -1,4 +1,5 @@
 #include "brindle/interpreter.h"
+#include "interpreter/error_numbers.h"
 #include "interpreter/state.h"
 #include "platform/collections.h"
 
@@ -8,6 +9,8 @@ using brindle::InterpreterState;
 
 CBrindle::CBrindle() : m_pState(std::make_unique<InterpreterState>()) {
   m_pState->token.token = &m_pState->scratch;
+  m_pState->unrecoverableText = ErrorText(brindle::kErrorUnrecoverable);
+  m_pState->loadingSourceText = ErrorText(brindle::kErrorLoadingSource);
   BuildCommandTable();
   BuildFunctionTable();
   BuildKeywordTable();

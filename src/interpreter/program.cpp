@@ -5,6 +5,7 @@
 #include "interpreter/script_loader.h"
 #include "interpreter/state.h"
 
+#include <functional>
 #include <new>
 #include <stdexcept>
 #include <utility>
@@ -77,9 +78,9 @@ template <class Body, class Release> void CBrindle::RunToAbort(Body body, Releas
     try {
       body();
     } catch (const std::bad_alloc&) {
-      ReportError(kErrorUnrecoverable);
+      ReportOrGiveUp(kErrorUnrecoverable);
     } catch (const std::length_error&) {
-      ReportError(kErrorUnrecoverable);
+      ReportOrGiveUp(kErrorUnrecoverable);
     }
   } catch (const ScriptAbort& abort) {
     if (abort.owner != this)
@@ -107,7 +108,7 @@ bool CBrindle::ExecuteProgram(const CString& fileName) {
           // as for a file that cannot be read
         }
         if (!loaded)
-          ReportError(kErrorLoadingSource);
+          ReportOrGiveUp(kErrorLoadingSource);
       },
       [] {});
   if (loaded)
@@ -115,10 +116,10 @@ bool CBrindle::ExecuteProgram(const CString& fileName) {
   return loaded;
 }
 
-// Handlers of an event that comes while nothing runs: the boundary of an abort is here.
-void CBrindle::RunHandlers(CStringArray& handlers, Arguments& args) {
+// Handlers of an event that comes while nothing runs: the boundary of an abort and of want of memory is here.
+void CBrindle::RunAlone(const std::function<void()>& body) {
   RunScope scope(*this);
-  RunToAbort([&] { CallHandlers(handlers, args); }, [&] { scope.ReleaseObjects(); });
+  RunToAbort(body, [&] { scope.ReleaseObjects(); });
 }
 
 bool CBrindle::LoadProgram(const CString& fileName) {

@@ -67,6 +67,8 @@ struct InterpreterState {
   int runDepth = 0;
   int baseLevel = 1; // the scope level of the program that runs; one that a callback runs has its caller's
   CString lastError;
+  CString unrecoverableText; // made with the interpreter: errors 50 and 17 are told when there is no memory left
+  CString loadingSourceText;
   CUserInterface* userInterface = nullptr;
 
   // Language tables.

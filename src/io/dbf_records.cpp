@@ -119,12 +119,12 @@ bool CDbf::GetAttributeStr(CString& value, unsigned long nRecord, int nField) {
 
 // ---- Writing
 
-// The bytes of the current values as a record. `found` is what stands at the place now: a field of a type that is
-// not known here keeps its bytes when its text has not changed, as the text may not be all that they hold.
-std::string CDbf::EncodeRecord(bool check, std::string_view found) const {
-  std::string record(m_nRecordLength, ' ');
+// The bytes of the current values as a record, into m_strRecord. `found` is what stands at the place now: a field of a
+// type that is not known here keeps its bytes when its text has not changed, as the text may not be all that they hold.
+void CDbf::EncodeRecord(bool check, std::string_view found) {
+  std::string& record = m_strRecord;
+  record.assign(m_nRecordLength, ' ');
   record[0] = kLiveFlag;
-  std::string bytes;
   std::size_t offset = 1;
   for (std::size_t i = 0; i < m_pairs.size() && offset < record.size(); ++i) {
     const CDbfFieldDescriptorEx& field = m_descriptors[i];
@@ -136,12 +136,11 @@ std::string CDbf::EncodeRecord(bool check, std::string_view found) const {
     if (isThere) {
       record.replace(offset, room, found, offset, room);
     } else {
-      m_pPage->EncodedPrefix(stored.View(), room, bytes);
-      record.replace(offset, bytes.size(), bytes);
+      m_pPage->EncodedPrefix(stored.View(), room, m_strField);
+      record.replace(offset, m_strField.size(), m_strField);
     }
     offset += room;
   }
-  return record;
 }
 
 // Writes the current values, in one piece.
@@ -152,7 +151,8 @@ void CDbf::WriteAt(std::uint64_t place, bool check, Place kind) {
                        m_nRecordLength > m_nFieldsLength + 1;
   const std::string_view found =
       foreign && kind == Place::Existing ? m_pFile->Peek(m_nRecordLength) : std::string_view();
-  std::string record = EncodeRecord(check, found);
+  EncodeRecord(check, found);
+  std::string& record = m_strRecord;
   // What stands behind the fields of a whole record is not this table's to change.
   if (found.size() == record.size() && m_nFieldsLength + 1 < record.size())
     record.replace(m_nFieldsLength + 1, record.npos, found, m_nFieldsLength + 1, found.npos);

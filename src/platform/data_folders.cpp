@@ -1,14 +1,19 @@
 #include "platform/data_folders.h"
 
+#include "platform/faults.h"
+#include "platform/file.h"
+#include "platform/path.h"
 #include "platform/shared_library.h"
 
 #include <pwd.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
+#include <system_error>
+#include <utility>
 
 namespace brindle {
 
@@ -29,6 +34,27 @@ std::string HomeFolder() {
       home = user->pw_dir;
   return home;
 }
+
+// The calls of the standard library are refused in front of it.
+bool IsRefused(std::error_code& error) noexcept {
+  const bool refused = Refused(FaultKind::File, EIO);
+  if (refused)
+    error.assign(EIO, std::generic_category());
+  return refused;
+}
+
+// A file that is gone at the end, unless it has got another name by then.
+class UnfinishedFile {
+public:
+  explicit UnfinishedFile(std::string path) noexcept : m_path(std::move(path)) {}
+  UnfinishedFile(const UnfinishedFile&) = delete;
+  UnfinishedFile& operator=(const UnfinishedFile&) = delete;
+  ~UnfinishedFile() { unlink(m_path.c_str()); }
+  [[nodiscard]] const std::string& Path() const noexcept { return m_path; }
+
+private:
+  std::string m_path;
+};
 
 } // namespace
 
@@ -64,6 +90,8 @@ std::vector<std::string> DataFolders() {
 std::vector<std::string> FilesIn(const std::string& folder, std::string_view ending) {
   std::vector<std::string> files;
   std::error_code error;
+  if (IsRefused(error))
+    return files;
   for (fs::directory_iterator entry(folder, error); !error && entry != fs::directory_iterator(); entry.increment(error))
     if (std::string path = entry->path().string(); path.ends_with(ending))
       files.push_back(std::move(path));
@@ -72,30 +100,37 @@ std::vector<std::string> FilesIn(const std::string& folder, std::string_view end
 }
 
 bool WriteDataFile(const std::string& path, std::string_view bytes, std::string& reason) {
-  const fs::path place(path);
+  const std::string folder = fs::path(path).parent_path().string();
   std::error_code error;
-  fs::create_directories(place.parent_path(), error);
+  if (!IsRefused(error))
+    fs::create_directories(folder, error);
   if (error) {
-    reason = "cannot make the folder " + place.parent_path().string() + ": " + error.message();
+    reason = "cannot make the folder " + folder + ": " + error.message();
     return false;
   }
   // Beside its place first: whoever reads meanwhile finds the old file or the new one.
-  const fs::path unfinished = path + "." + std::to_string(getpid()) + ".part";
-  std::ofstream file(unfinished, std::ios::binary | std::ios::trunc);
-  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  file.close();
-  if (file)
-    fs::rename(unfinished, place, error);
-  if (file && !error)
-    return true;
-  reason = "cannot write " + path + (error ? ": " + error.message() : std::string());
-  fs::remove(unfinished, error);
-  return false;
+  const UnfinishedFile unfinished(path + "." + std::to_string(getpid()) + ".part");
+  try {
+    CFile file;
+    if (!file.Open(PathFromNative(unfinished.Path()), CFile::modeCreate | CFile::modeWrite)) {
+      reason = "cannot write " + path;
+      return false;
+    }
+    file.Write(bytes.data(), bytes.size());
+    file.Close();
+    if (!IsRefused(error))
+      fs::rename(unfinished.Path(), path, error);
+  } catch (const CFileException& exception) {
+    error.assign(exception.m_nOsError, std::generic_category());
+  }
+  if (error)
+    reason = "cannot write " + path + ": " + error.message();
+  return !error;
 }
 
 bool RemoveDataFile(const std::string& path, std::string& reason) {
   std::error_code error;
-  if (fs::remove(path, error))
+  if (!IsRefused(error) && fs::remove(path, error))
     return true;
   reason = "cannot remove " + path + (error ? ": " + error.message() : std::string());
   return false;

@@ -4,6 +4,7 @@
 
 #include "platform/file.h"
 
+#include "platform/faults.h"
 #include "platform/path.h"
 
 #include <fcntl.h>
@@ -22,42 +23,67 @@ static_assert(sizeof(off_t) == sizeof(std::int64_t));
 
 namespace {
 
+using brindle::FaultKind;
+using brindle::Refused;
+
 // Every system call of this file, so that a test can make a chosen one fail. Each returns what the call returns.
 int SystemOpen(const char* path, int flags) noexcept {
+  if (Refused(FaultKind::File, EMFILE))
+    return -1;
   constexpr mode_t anyoneAsTheMaskAllows = 0666;
   return open(path, flags, anyoneAsTheMaskAllows);
 }
 int SystemStatus(int descriptor, struct stat& status) noexcept {
+  if (Refused(FaultKind::File, EIO))
+    return -1;
   return fstat(descriptor, &status);
 }
 int SystemLock(int descriptor) noexcept {
+  if (Refused(FaultKind::File, ENOLCK))
+    return -1;
   return flock(descriptor, LOCK_EX | LOCK_NB);
 }
 int SystemGetFlags(int descriptor) noexcept {
+  if (Refused(FaultKind::File, EBADF))
+    return -1;
   return fcntl(descriptor, F_GETFL);
 }
 int SystemSetFlags(int descriptor, int flags) noexcept {
+  if (Refused(FaultKind::File, EBADF))
+    return -1;
   return fcntl(descriptor, F_SETFL, flags);
 }
 ssize_t SystemRead(int descriptor, void* buffer, std::size_t count) noexcept {
+  if (Refused(FaultKind::File, EIO))
+    return -1;
   return read(descriptor, buffer, count);
 }
 ssize_t SystemWrite(int descriptor, const void* buffer, std::size_t count) noexcept {
+  if (Refused(FaultKind::File, ENOSPC))
+    return -1;
   return write(descriptor, buffer, count);
 }
 off_t SystemSeek(int descriptor, off_t offset, int from) noexcept {
+  if (Refused(FaultKind::File, EIO))
+    return -1;
   return lseek(descriptor, offset, from);
 }
 int SystemTruncate(int descriptor, off_t length) noexcept {
+  if (Refused(FaultKind::File, EIO))
+    return -1;
   return ftruncate(descriptor, length);
 }
 int SystemSync(int descriptor) noexcept {
+  if (Refused(FaultKind::File, EIO))
+    return -1;
   return fsync(descriptor);
 }
 int SystemClose(int descriptor) noexcept {
   return close(descriptor);
 }
 int SystemRemove(const char* path) noexcept {
+  if (Refused(FaultKind::File, EACCES))
+    return -1;
   return unlink(path);
 }
 

@@ -33,20 +33,24 @@ bool IsDigit(char16_t unit) {
 // Puts sign, prefix, zeros, digits and padding together.
 void AppendPadded(CString& out, const FormatDirective& directive, std::string_view sign, std::string_view digits,
                   bool zeroFill) {
+  const int before = out.GetLength();
   const int length = static_cast<int>(sign.size() + digits.size());
-  const int missing = directive.width > length ? directive.width - length : 0;
-  const auto appendAscii = [&out](std::string_view ascii) {
+  const int total = std::max(directive.width, length);
+  const int missing = total - length;
+  unsigned short* units = out.GetBuffer(before + total) + before;
+  const auto widen = [&units](std::string_view ascii) {
     for (const char c : ascii)
-      out += static_cast<char16_t>(static_cast<unsigned char>(c));
+      *units++ = static_cast<unsigned char>(c);
   };
-  if (!directive.leftAligned && !zeroFill && missing > 0)
-    out += CString(u' ', missing);
-  appendAscii(sign);
-  if (!directive.leftAligned && zeroFill && missing > 0)
-    out += CString(u'0', missing);
-  appendAscii(digits);
-  if (directive.leftAligned && missing > 0)
-    out += CString(u' ', missing);
+  if (!directive.leftAligned && !zeroFill)
+    units = std::fill_n(units, missing, u' ');
+  widen(sign);
+  if (!directive.leftAligned && zeroFill)
+    units = std::fill_n(units, missing, u'0');
+  widen(digits);
+  if (directive.leftAligned)
+    std::fill_n(units, missing, u' ');
+  out.ReleaseBuffer(before + total);
 }
 
 std::string_view SignOf(const FormatDirective& directive, bool negative) {
@@ -61,6 +65,45 @@ void MakeUpperAscii(std::string& text) {
   for (char& c : text)
     if (c >= 'a' && c <= 'z')
       c = static_cast<char>(c - 'a' + 'A');
+}
+
+// Up to so many digits are an integer that a double holds exactly, and so is a power of ten up to 10^22: their
+// quotient is rounded once, as it should be.
+constexpr std::size_t kExactDigits = 15;
+constexpr std::array<double, kExactDigits + 1> kPowersOfTen = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                               1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+
+// The digits of a finite, non-negative value with so many decimals; null when it takes the general conversion to find
+// them. The value times a power of ten is the nearest double and a rest, which is exact and less than half of that
+// double's last place: it says nothing unless the double lies halfway between two integers.
+char* QuickFixed(double value, int precision, char* out) {
+  constexpr double kHalvesAreExact = 2251799813685248.0; // 2^51
+  constexpr int kMostDecimals = 9;
+  if (precision > kMostDecimals)
+    return nullptr;
+  const double power = kPowersOfTen[static_cast<std::size_t>(precision)];
+  const double scaled = value * power;
+  if (!(scaled < kHalvesAreExact))
+    return nullptr;
+  auto whole = static_cast<std::uint64_t>(scaled);
+  const double part = scaled - static_cast<double>(whole);
+  if (part > 0.5) {
+    ++whole;
+  } else if (part == 0.5) {
+    const double rest = std::fma(value, power, -scaled);
+    if (rest > 0.0 || (rest == 0.0 && whole % 2 != 0))
+      ++whole;
+  }
+  const auto unit = static_cast<std::uint64_t>(power);
+  constexpr std::ptrdiff_t kMostDigits = 20;
+  out = std::to_chars(out, out + kMostDigits, whole / unit).ptr;
+  if (precision == 0)
+    return out;
+  *out = '.';
+  std::uint64_t decimals = whole % unit;
+  for (char* digit = out + precision; digit != out; --digit, decimals /= 10)
+    *digit = static_cast<char>('0' + decimals % 10);
+  return out + precision + 1;
 }
 
 // Digits of a finite, non-negative value in one of the three classic styles.
@@ -141,17 +184,15 @@ CString FormatFixed(double value) {
   if (std::isinf(value))
     return CString(value < 0 ? u"-inf" : u"inf");
   std::array<char, 330> buffer; // 309 digits, a sign, a point and six decimals at most
+  const bool negative = std::signbit(value);
+  buffer[0] = '-';
+  if (const char* last = QuickFixed(std::fabs(value), 6, buffer.data() + (negative ? 1 : 0)))
+    return FromAscii(buffer.data(), last);
   const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, 6);
   return FromAscii(buffer.data(), result.ptr);
 }
 
 namespace {
-
-// Up to so many digits are an integer that a double holds exactly, and so is a power of ten up to 10^22: their
-// quotient is rounded once, as it should be.
-constexpr std::size_t kExactDigits = 15;
-constexpr std::array<double, kExactDigits + 1> kPowersOfTen = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                                               1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 
 // Digits with a point among them or without; false when there is an exponent.
 bool ReadExactly(std::u16string_view text, double& value) {
@@ -387,7 +428,14 @@ void AppendFloating(CString& out, const FormatDirective& directive, double value
     sign += "0x";
     digits = HexadecimalDigits(magnitude, directive.precision, directive.alternate);
   } else {
-    digits = FloatingDigits(magnitude, style, directive.precision.value_or(6), directive.alternate);
+    const int precision = directive.precision.value_or(6);
+    std::array<char, 40> quick;
+    if (style == 'f' && !directive.alternate)
+      if (const char* last = QuickFixed(magnitude, precision, quick.data())) {
+        const auto length = static_cast<std::size_t>(last - quick.data());
+        return AppendPadded(out, directive, sign, std::string_view(quick.data(), length), zeroFill);
+      }
+    digits = FloatingDigits(magnitude, style, precision, directive.alternate);
   }
   if (upper) {
     MakeUpperAscii(digits);

@@ -4,6 +4,7 @@
 
 #include "platform/path.h"
 
+#include "platform/faults.h"
 #include "platform/unicode.h"
 
 #include <dirent.h>
@@ -11,6 +12,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -32,22 +34,30 @@ bool IsDotName(std::string_view name) noexcept {
 
 bool Exists(const std::string& path) noexcept {
   struct stat status {};
-  return lstat(path.c_str(), &status) == 0;
+  return !Refused(FaultKind::File, EIO) && lstat(path.c_str(), &status) == 0;
 }
 
 bool IsFolder(const std::string& path) noexcept {
   struct stat status {};
-  return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+  return !Refused(FaultKind::File, EIO) && stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+DIR* OpenFolder(const std::string& folder) noexcept {
+  return Refused(FaultKind::File, EMFILE) ? nullptr : opendir(folder.empty() ? "." : folder.c_str());
+}
+
+const dirent* NextName(DIR* folder) noexcept {
+  return Refused(FaultKind::File, EIO) ? nullptr : readdir(folder);
 }
 
 // Calls `visit` with every name but "." and ".."; an unreadable folder has none.
 template <typename Visit> void ForEachName(const std::string& folder, Visit visit) {
   const auto close = [](DIR* open) { closedir(open); };
-  const std::unique_ptr<DIR, decltype(close)> directory(opendir(folder.empty() ? "." : folder.c_str()), close);
+  const std::unique_ptr<DIR, decltype(close)> directory(OpenFolder(folder), close);
   if (directory == nullptr) {
     return;
   }
-  while (const dirent* entry = readdir(directory.get())) {
+  while (const dirent* entry = NextName(directory.get())) {
     const std::string_view name = entry->d_name;
     if (!IsDotName(name)) {
       visit(name);

@@ -4,6 +4,7 @@
 
 #include "platform/process.h"
 
+#include "platform/faults.h"
 #include "platform/path.h"
 
 #include <fcntl.h>
@@ -38,7 +39,8 @@ struct Launch {
 
 bool IsExecutableFile(const std::string& path) noexcept {
   struct stat status {};
-  return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && access(path.c_str(), X_OK) == 0;
+  return !Refused(FaultKind::Process, EIO) && stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+         access(path.c_str(), X_OK) == 0;
 }
 
 // Until the program starts only system calls are allowed: another thread of the host may have held any lock at the
@@ -109,7 +111,8 @@ void Start(const std::string& program, const std::string* argument) {
   sigfillset(&allSignals);
   pthread_sigmask(SIG_SETMASK, &allSignals, &savedMask);
   // Without an exit signal the host's SIGCHLD handler is not called and its wait for any child does not see this one.
-  pid_t intermediate = clone(RunIntermediate, stack.get() + LaunchStackSize, 0, &launch);
+  pid_t intermediate =
+      Refused(FaultKind::Process, EAGAIN) ? -1 : clone(RunIntermediate, stack.get() + LaunchStackSize, 0, &launch);
   if (intermediate < 0 && errno == EINVAL) {
     // Emulators that run a program built for another processor know no other exit signal.
     intermediate = clone(RunIntermediate, stack.get() + LaunchStackSize, SIGCHLD, &launch);

@@ -1,5 +1,7 @@
 #include "platform/serial_line.h"
 
+#include "platform/faults.h"
+
 #include <asm/termbits.h>
 #include <fcntl.h>
 #include <poll.h>
@@ -22,6 +24,8 @@ namespace {
 
 // Every system call of this file. Each returns what the call returns.
 int SystemOpen(const char* path) noexcept {
+  if (Refused(FaultKind::Serial, EMFILE))
+    return -1;
   // O_NOCTTY: the device must not become the terminal of the process; O_NONBLOCK: no carrier is waited for.
   return open(path, O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
 }
@@ -29,33 +33,53 @@ int SystemClose(int descriptor) noexcept {
   return close(descriptor);
 }
 int SystemLock(int descriptor) noexcept {
+  if (Refused(FaultKind::Serial, ENOLCK))
+    return -1;
   return flock(descriptor, LOCK_EX | LOCK_NB);
 }
 int SystemGetModes(int descriptor, termios2& modes) noexcept {
+  if (Refused(FaultKind::Serial, EIO))
+    return -1;
   return ioctl(descriptor, TCGETS2, &modes);
 }
 int SystemSetModes(int descriptor, const termios2& modes) noexcept {
+  if (Refused(FaultKind::Serial, EIO))
+    return -1;
   return ioctl(descriptor, TCSETS2, &modes);
 }
 int SystemControl(int descriptor, unsigned long request) noexcept {
+  if (Refused(FaultKind::Serial, EIO))
+    return -1;
   return ioctl(descriptor, request);
 }
 int SystemCount(int descriptor, unsigned long request, int& count) noexcept {
+  if (Refused(FaultKind::Serial, EIO))
+    return -1;
   return ioctl(descriptor, request, &count);
 }
 int SystemSignals(int descriptor, unsigned long request, int signals) noexcept {
+  if (Refused(FaultKind::Serial, EIO))
+    return -1;
   return ioctl(descriptor, request, &signals);
 }
 int SystemFlush(int descriptor, int queue) noexcept {
+  if (Refused(FaultKind::Serial, EIO))
+    return -1;
   return ioctl(descriptor, TCFLSH, queue);
 }
 int SystemPoll(pollfd& descriptor, int milliseconds) noexcept {
+  if (Refused(FaultKind::Serial, ENOMEM))
+    return -1;
   return poll(&descriptor, 1, milliseconds);
 }
 ssize_t SystemRead(int descriptor, void* buffer, std::size_t count) noexcept {
+  if (Refused(FaultKind::Serial, EIO))
+    return -1;
   return read(descriptor, buffer, count);
 }
 ssize_t SystemWrite(int descriptor, const void* bytes, std::size_t count) noexcept {
+  if (Refused(FaultKind::Serial, EIO))
+    return -1;
   return write(descriptor, bytes, count);
 }
 

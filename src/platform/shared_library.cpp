@@ -1,8 +1,11 @@
 #include "platform/shared_library.h"
 
+#include "platform/faults.h"
+
 #include <dlfcn.h>
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <memory>
 
@@ -13,7 +16,7 @@ namespace {
 // The loader would wait for the other side of a pipe.
 bool IsRegularFile(const std::string& path) noexcept {
   struct stat status {};
-  return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+  return !Refused(FaultKind::Library, EIO) && stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
 std::string OneLine(std::string text) {
@@ -36,7 +39,7 @@ SharedLibrary SharedLibrary::Open(const std::string& path, std::string& failure)
     return SharedLibrary();
   }
   // Everything is bound now, so that what is missing fails here and not in the middle of a call.
-  void* const handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+  void* const handle = Refused(FaultKind::Library, ENOMEM) ? nullptr : dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (handle == nullptr) {
     const char* const reason = dlerror();
     failure = OneLine(reason != nullptr ? reason : path + ": cannot be loaded");
@@ -63,15 +66,17 @@ SharedLibrary SharedLibrary::OpenPlugIn(const std::string& fileName, std::string
 void* SharedLibrary::FindSymbol(const std::string& name) const {
   if (m_pHandle == nullptr || name.empty() || name.find('\0') != std::string::npos)
     return nullptr;
-  return dlsym(m_pHandle, name.c_str());
+  return Refused(FaultKind::Library, ENOMEM) ? nullptr : dlsym(m_pHandle, name.c_str());
 }
 
 std::string OwnFolder() {
   Dl_info info{};
-  if (dladdr(reinterpret_cast<const void*>(&OwnFolder), &info) == 0 || info.dli_fname == nullptr)
+  if (Refused(FaultKind::Library, ENOMEM) || dladdr(reinterpret_cast<const void*>(&OwnFolder), &info) == 0 ||
+      info.dli_fname == nullptr)
     return std::string();
   // A link may stand anywhere; what ships with the library stands beside the file itself.
-  const std::unique_ptr<char, decltype(&std::free)> real(realpath(info.dli_fname, nullptr), &std::free);
+  const std::unique_ptr<char, decltype(&std::free)> real(
+      Refused(FaultKind::Library, ENOMEM) ? nullptr : realpath(info.dli_fname, nullptr), &std::free);
   const std::string path = real != nullptr ? real.get() : info.dli_fname;
   const std::size_t separator = path.rfind('/');
   return separator == std::string::npos ? std::string() : path.substr(0, separator);

@@ -1,11 +1,14 @@
 #include "platform/stack.h"
 
+#include "platform/faults.h"
+
 #include <pthread.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdint>
 
 namespace brindle {
@@ -37,7 +40,7 @@ StackBounds QueryBounds(std::uintptr_t frame) noexcept {
   const bool mainThread = OnMainThread();
 
   pthread_attr_t attributes;
-  if (pthread_getattr_np(pthread_self(), &attributes) != 0) {
+  if (Refused(FaultKind::Process, ENOMEM) || pthread_getattr_np(pthread_self(), &attributes) != 0) {
     // The main thread's bounds come from /proc, which a small system may not mount. Half of the limit leaves room
     // for what the host has used above this frame.
     const std::uintptr_t size = std::min(MainStackSize() / 2, frame);

@@ -1,5 +1,6 @@
 #include "platform/standard_streams.h"
 
+#include "platform/faults.h"
 #include "platform/terminal.h"
 #include "platform/termination.h"
 
@@ -16,15 +17,25 @@ namespace {
 
 constexpr std::size_t kFlushSize = 32 * 1024;
 
+ssize_t SystemWrite(int descriptor, std::string_view bytes) noexcept {
+  return Refused(FaultKind::File, ENOSPC) ? -1 : ::write(descriptor, bytes.data(), bytes.size());
+}
+ssize_t SystemRead(int descriptor, char* buffer, std::size_t size) noexcept {
+  return Refused(FaultKind::File, EIO) ? -1 : ::read(descriptor, buffer, size);
+}
+int SystemPoll(pollfd* descriptors, nfds_t count, int milliseconds) noexcept {
+  return Refused(FaultKind::File, ENOMEM) ? -1 : ::poll(descriptors, count, milliseconds);
+}
+
 // False when the rest cannot be written. A descriptor that does not block is waited for.
 bool WriteAll(int descriptor, std::string_view bytes) noexcept {
   while (!bytes.empty()) {
-    const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
+    const ssize_t written = SystemWrite(descriptor, bytes);
     if (written > 0) {
       bytes.remove_prefix(static_cast<std::size_t>(written));
     } else if (written < 0 && (errno == EAGAIN || errno == EWOULDBLOCK)) {
       pollfd wait{descriptor, POLLOUT, 0};
-      ::poll(&wait, 1, -1);
+      SystemPoll(&wait, 1, -1);
     } else if (written < 0 && errno != EINTR) {
       return false;
     }
@@ -87,7 +98,7 @@ StandardStreams::WaitResult StandardStreams::ReadLine(std::string& line,
       return WaitResult::EndOfInput;
     // A descriptor of -1 is not looked at.
     std::array<pollfd, 2> waits = {pollfd{STDIN_FILENO, POLLIN, 0}, pollfd{m_nTerminationPipe, POLLIN, 0}};
-    const int ready = ::poll(waits.data(), waits.size(), WaitTime(deadline));
+    const int ready = SystemPoll(waits.data(), waits.size(), WaitTime(deadline));
     if (ready == 0)
       return WaitResult::TimedOut;
     if (ready < 0 && errno == EINTR)
@@ -99,7 +110,7 @@ StandardStreams::WaitResult StandardStreams::ReadLine(std::string& line,
       continue;
     }
     std::array<char, 4096> buffer;
-    const ssize_t count = ::read(STDIN_FILENO, buffer.data(), buffer.size());
+    const ssize_t count = SystemRead(STDIN_FILENO, buffer.data(), buffer.size());
     if (count > 0)
       m_input.append(buffer.data(), static_cast<std::size_t>(count));
     else if (count == 0 || (errno != EINTR && errno != EAGAIN && errno != EWOULDBLOCK))

@@ -1,6 +1,7 @@
 #include "platform/system_code_page.h"
 
 #include "platform/code_page_runs.h"
+#include "platform/faults.h"
 #include "platform/table_page.h"
 #include "platform/unicode.h"
 
@@ -23,7 +24,8 @@ namespace {
 // them built in, while UTF-16 may be a loadable module that a small system lacks.
 class Converter {
 public:
-  Converter(const char* to, const char* from) noexcept : m_handle(iconv_open(to, from)) {}
+  Converter(const char* to, const char* from) noexcept
+      : m_handle(Refused(FaultKind::Library, ENOMEM) ? Closed() : iconv_open(to, from)) {}
   ~Converter() {
     if (IsOpen()) {
       iconv_close(m_handle);

@@ -50,6 +50,8 @@ TablePage::TablePage(std::string_view name, const ByteTable& table) : CodePage(n
 }
 
 void TablePage::DecodeTo(std::string_view bytes, std::u16string& text) const {
+  if (m_bAscii)
+    DecodeAscii(bytes, text);
   const std::size_t start = text.size();
   text.resize(start + bytes.size());
   for (std::size_t index = 0; index < bytes.size(); ++index) {
@@ -66,9 +68,9 @@ std::size_t TablePage::BytesOfUnits(std::string_view bytes, std::size_t units) c
 }
 
 std::size_t TablePage::EncodeTo(std::u16string_view text, std::size_t maxBytes, std::string& bytes) const {
-  bytes.reserve(bytes.size() + std::min(text.size(), maxBytes));
-  std::size_t index = 0;
-  for (std::size_t count = 0; index < text.size() && count < maxBytes; ++count) {
+  std::size_t index = m_bAscii ? AsciiRun(text.substr(0, maxBytes)) : 0;
+  AppendAscii(text.substr(0, index), bytes);
+  for (std::size_t count = index; index < text.size() && count < maxBytes; ++count) {
     const char32_t codePoint = ReadUtf16(text, index);
     bytes.push_back(m_bAscii && codePoint < 0x80 ? static_cast<char>(codePoint) : ByteOf(codePoint));
   }

@@ -1,5 +1,7 @@
 #include "platform/termination.h"
 
+#include "platform/faults.h"
+
 #include <array>
 #include <cerrno>
 
@@ -26,7 +28,7 @@ void NoteTermination(int) {
 int TerminationDescriptor() noexcept {
   static int readEnd = -1;
   std::array<int, 2> ends{};
-  if (readEnd >= 0 || ::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0)
+  if (readEnd >= 0 || Refused(FaultKind::Process, EMFILE) || ::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0)
     return readEnd;
   readEnd = ends[0];
   writeEnd = ends[1];

@@ -3,6 +3,8 @@
 
 #include "brindle/console_user_interface.h"
 
+#include <new>
+
 namespace {
 
 CUserInterface* chosen = nullptr;
@@ -55,8 +57,13 @@ CUserInterface& CUserInterface::Default() noexcept {
     CConsoleUserInterface* interface = new CConsoleUserInterface;
     ~Console() { interface->Flush(); }
   };
-  static const Console console;
-  return *console.interface;
+  try {
+    static const Console console;
+    return *console.interface;
+  } catch (const std::bad_alloc&) {
+    static CUserInterface silent; // until there is memory for the console
+    return silent;
+  }
 }
 
 void CUserInterface::SetDefault(CUserInterface* userInterface) noexcept {

@@ -81,22 +81,21 @@ Trial TrialOf(std::uint64_t seed, const std::vector<RouteChoice>& routes) {
   return trial;
 }
 
-Verdict Compare(const Trial& trial, const std::string& folder, std::string* report,
-                const std::function<void(const char* phase)>& onPhase) {
+Verdict CompareRuns(const Trial& trial, const std::string& folder, std::string* report,
+                    const std::function<void(const RouteChoice& route)>& onRun) {
+  constexpr RouteChoice kReference{CEnvironment::Route::Parser, 0};
   const std::string file = WriteScript(folder, "program.bas", trial.program);
   const std::string second = WriteScript(folder, "second.bas", trial.second);
   const std::string text = trial.program + "\n" + trial.second;
-  LimitTime(kReferenceMilliseconds, kExitEndless);
-  onPhase("parser");
-  const Transcript reference = RunProgram(file, second, text, {CEnvironment::Route::Parser, 0}, trial.user);
-  LimitTime(kOtherMilliseconds, kExitHangs);
+  onRun(kReference);
+  const Transcript reference = RunProgram(file, second, text, kReference, trial.user);
   Verdict verdict = Verdict::Equal;
   if (IsTooDeep(reference))
     verdict = Verdict::TooDeep;
   for (const RouteChoice& route : trial.routes) {
     if (verdict != Verdict::Equal)
       break;
-    onPhase("other");
+    onRun(route);
     const Transcript other = RunProgram(file, second, text, route, trial.user);
     if (other == reference)
       continue;
@@ -107,6 +106,16 @@ Verdict Compare(const Trial& trial, const std::string& folder, std::string* repo
                 "---- transcript of the parser\n" + Joined(reference) + "---- transcript of " + route.Name() + "\n" +
                 Joined(other);
   }
+  return verdict;
+}
+
+Verdict Compare(const Trial& trial, const std::string& folder, std::string* report) {
+  const Verdict verdict = CompareRuns(trial, folder, report, [](const RouteChoice& route) {
+    if (route.route == CEnvironment::Route::Parser)
+      LimitTime(kReferenceMilliseconds, kExitEndless);
+    else
+      LimitTime(kOtherMilliseconds, kExitHangs);
+  });
   LimitTime(0, 0);
   return verdict;
 }
@@ -116,7 +125,7 @@ Verdict CompareApart(const Trial& trial, const std::string& folder, bool showRep
   const pid_t child = fork();
   if (child == 0) {
     std::string report;
-    const Verdict verdict = Compare(trial, folder, &report, [](const char*) {});
+    const Verdict verdict = Compare(trial, folder, &report);
     if (showReport)
       std::fputs(report.c_str(), stdout);
     std::fflush(stdout);

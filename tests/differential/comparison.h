@@ -27,9 +27,12 @@ enum class Verdict : int { Equal, Different, Endless, TooDeep, Crashed };
 // The program of a seed with the routes that it is tried on; an empty list of routes is all of them.
 [[nodiscard]] Trial TrialOf(std::uint64_t seed, const std::vector<RouteChoice>& routes);
 
-// Within this process. `report` gets what to show when the runs differ.
-[[nodiscard]] Verdict Compare(const Trial& trial, const std::string& folder, std::string* report,
-                              const std::function<void(const char* phase)>& onPhase);
+// Within this process, however long it takes; the file of the program stands in the folder. `onRun` is called before
+// each run; `report` gets what to show when the runs differ.
+[[nodiscard]] Verdict CompareRuns(const Trial& trial, const std::string& folder, std::string* report,
+                                  const std::function<void(const RouteChoice& route)>& onRun);
+// The same, with an end of the process when a run takes too long.
+[[nodiscard]] Verdict Compare(const Trial& trial, const std::string& folder, std::string* report);
 // In a child process, with a limit of time.
 [[nodiscard]] Verdict CompareApart(const Trial& trial, const std::string& folder, bool showReport);
 

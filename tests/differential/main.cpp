@@ -104,7 +104,7 @@ void Show(const Trial& trial, const std::string& folder) {
 void RunMany(Progress& progress, const Options& options, std::uint64_t last, std::time_t until,
              const std::string& folder) {
   for (; progress.seed < last && (until == 0 || std::time(nullptr) < until); ++progress.seed) {
-    const Verdict verdict = Compare(TrialOf(progress.seed, options.routes), folder, nullptr, [](const char*) {});
+    const Verdict verdict = Compare(TrialOf(progress.seed, options.routes), folder, nullptr);
     if (verdict == Verdict::Different) {
       progress.different = true;
       return;

@@ -135,18 +135,22 @@ std::set<std::string> WordsOf(const std::string& text) {
 
 void DescribeVariables(CBrindle& interpreter, const std::string& text, Transcript& out) {
   brindle::VariableStore& store = BrindleTestAccess::State(interpreter).m_mapVariables;
-  std::set<const brindle::VariableSlot*> seen;
   out.push_back("variables: " + std::to_string(store.Count()));
+  std::vector<std::pair<std::string, brindle::NameRef>> names;
+  for (const std::string& word : WordsOf(text)) {
+    CString name = CString::FromUtf8(word);
+    names.emplace_back(word, store.Ref(name));
+    const CString spelt = name;
+    if (name.MakeLower() != spelt)
+      names.emplace_back(word, store.Ref(name));
+  }
+  std::set<const brindle::VariableSlot*> seen;
   for (int level = 1; level <= kDeepestLevel; ++level)
-    for (const std::string& word : WordsOf(text))
-      for (const bool asLowered : {false, true}) {
-        CString name = CString::FromUtf8(word);
-        if (asLowered)
-          name.MakeLower();
-        const brindle::VariableSlot* slot = store.Find(store.Ref(name), level);
-        if (slot != nullptr && seen.insert(slot).second)
-          out.push_back("variable " + word + " of " + std::to_string(level) + ": " + DescriptionOf(*slot));
-      }
+    for (const auto& [word, name] : names) {
+      const brindle::VariableSlot* slot = store.Find(name, level);
+      if (slot != nullptr && seen.insert(slot).second)
+        out.push_back("variable " + word + " of " + std::to_string(level) + ": " + DescriptionOf(*slot));
+    }
 }
 
 void DescribeState(CBrindle& interpreter, const std::string& text, Transcript& out) {

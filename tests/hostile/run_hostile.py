@@ -89,17 +89,22 @@ def lines_of(source, size, table):
     return bytes(noise_bytes)
 
 
-def words(loops=True):
-    """The words of the language, but for those that would start programs or load libraries."""
+def vocabulary():
+    """All words of the language; those of functions with their parenthesis."""
     text = (SOURCE_FOLDER / "src/interpreter/word_tables.cpp").read_text(encoding="utf-8")
     found = re.findall(r'_TYPE>\{u"(\w+)"', text)
     text = (SOURCE_FOLDER / "src/interpreter/function_table.cpp").read_text(encoding="utf-8")
     found += [name + "(" for name in re.findall(r'BuiltIn\{u"(\w+)"', text)]
     if len(found) != 49 + 50 + 86:
         raise SystemExit("the tables of words are not where they were: %d words" % len(found))
+    return found
+
+
+def words(loops=True):
+    """The words of the language, but for those that would start programs or load libraries."""
     outward = {"runexe", "declare", "lib", "playsound", "comportopen("}
     endless = {"do", "loop", "for", "next", "goto", "run", "call", "throw", "timerstart", "include", "library"}
-    taken = [word for word in found if word not in outward and (loops or word not in endless)]
+    taken = [word for word in vocabulary() if word not in outward and (loops or word not in endless)]
     operands = ["a", "b", "c", "list", "x.y", "r.f(", "f(", "1", "2.5", "0", "-1", '"text"', '""', '"no.txt"', "label:",
                 "True", "Nothing"]
     signs = list("()[]=+-*/^%<>,;:!~#'&_.\\") + ["=>", "<=", "<>", "\n", "\n", "\n", "\n"]
@@ -115,8 +120,9 @@ def nested():
     """Nesting beyond any stack."""
     deep = 100_000
     down = "\nend\nfunction down(n)\nif n = 0 then\ndown = 0\nelse\ndown = %s\nendif\nendfunction\n"
-    yield Case("nested parentheses", "x = " + "(" * deep + "1" + ")" * deep + "\n", error=ERROR_50)
-    yield Case("nested parentheses that never close", "x = " + "(" * deep, error=ERROR_50)
+    deepest = 4 * deep  # a parenthesis takes little stack, and a sanitized runner gets more of it
+    yield Case("nested parentheses", "x = " + "(" * deepest + "1" + ")" * deepest + "\n", error=ERROR_50)
+    yield Case("nested parentheses that never close", "x = " + "(" * deepest, error=ERROR_50)
     yield Case("nested powers", "x = " + "2^" * (10 * deep) + "2\n", error=ERROR_50)
     yield Case("nested indices", "dim a[2]\nx = " + "a[" * deep + "0" + "]" * deep + "\n", error=ERROR_50)
     yield Case("nested calls of a built-in", "x = " + "len(" * deep + '"a"' + ")" * deep + "\n", error=ERROR_50)

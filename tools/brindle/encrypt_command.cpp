@@ -14,8 +14,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-enum ExitStatus { kWritten = 0, kFailed = 1, kUsage = 2 };
-
 int Fail(const std::string& reason) {
   std::cerr << "brindle encrypt: " << reason << '\n';
   return kFailed;
@@ -62,21 +60,25 @@ bool Write(const fs::path& out, const std::string& text, fs::perms mode) {
 
 } // namespace
 
-int EncryptCommand(const std::vector<std::string>& words) {
-  if (words.size() != 2) {
-    std::cerr << "usage: brindle encrypt IN OUT\n";
-    return kUsage;
-  }
-  const fs::path in(words[0]);
-  const fs::path out(words[1]);
+int EncryptCommand(const Words& words) {
+  CLI::App app("Writes the enciphered form of a script, which runs as the script does and cannot be read.",
+               "brindle encrypt");
+  std::string source;
+  std::string target;
+  app.add_option("IN", source, "The script")->type_name("");
+  const CLI::Option* const last = app.add_option("OUT", target, "The file to write")->type_name("");
+  if (const auto over = ReadPlainWords(app, words, [last] { return last->count() == 1; }))
+    return *over;
+  const fs::path in(source);
+  const fs::path out(target);
   std::error_code error;
   if (fs::is_directory(in, error))
     return Fail(in.string() + " is a folder");
-  std::ifstream source(in, std::ios::binary);
-  if (!source)
+  std::ifstream script(in, std::ios::binary);
+  if (!script)
     return Fail("cannot read " + in.string());
-  const std::string plain((std::istreambuf_iterator<char>(source)), std::istreambuf_iterator<char>());
-  if (source.bad())
+  const std::string plain((std::istreambuf_iterator<char>(script)), std::istreambuf_iterator<char>());
+  if (script.bad())
     return Fail("cannot read " + in.string());
   if (fs::equivalent(in, out, error))
     return Fail("the script would be lost: OUT is the same file as IN");
@@ -84,10 +86,10 @@ int EncryptCommand(const std::vector<std::string>& words) {
     return Fail(in.string() + " is enciphered already");
 
   std::string reason;
-  const auto script = CEnvironment::EncipherScript(plain, reason);
-  if (!script)
+  const auto enciphered = CEnvironment::EncipherScript(plain, reason);
+  if (!enciphered)
     return Fail(in.string() + ": " + reason);
   // As private as the script is.
   const fs::perms mode = fs::status(in, error).permissions() & fs::perms(0666);
-  return Write(out, *script, mode) ? kWritten : Fail("cannot write " + out.string());
+  return Write(out, *enciphered, mode) ? kDone : Fail("cannot write " + out.string());
 }

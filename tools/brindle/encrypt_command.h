@@ -5,8 +5,7 @@
 // Invariant: what it writes runs as the script it read does.
 #pragma once
 
-#include <string>
-#include <vector>
+#include "command_line.h"
 
 // The words behind "encrypt"; the process's exit status.
-[[nodiscard]] int EncryptCommand(const std::vector<std::string>& words);
+[[nodiscard]] int EncryptCommand(const Words& words);

@@ -1,129 +1,36 @@
-// The command-line runner: runs one script file, in windows or on the console.
-#include <brindle/brindle.h>
-
+// The command-line runner: the first word chooses the command, any other first word belongs to a script to be run.
 #include "encrypt_command.h"
 #include "register_command.h"
+#include "run_command.h"
 
-#include <CLI/CLI.hpp>
+#include <brindle/environment.h>
 
-#include <functional>
-#include <iostream>
-#include <map>
-#include <string>
+#include <algorithm>
+#include <array>
 #include <string_view>
-#include <vector>
 
 namespace {
 
-enum ExitStatus { kRan = 0, kFailed = 1, kUsage = 2 };
-
-struct Options {
-  std::vector<std::string> scripts;
-  std::string userInterface = "auto";
-  CConsoleUserInterface::ErrorPolicy errorPolicy = CConsoleUserInterface::ErrorPolicy::Automatic;
-  std::string codePage = "UTF-8";
-  std::string route = "auto";
+struct Command {
+  std::string_view word;
+  int (*run)(const Words& words);
 };
 
-bool SetRoute(const std::string& name) {
-  constexpr std::string_view kEager = "eager:";
-  using Route = CEnvironment::Route;
-  if (name == "auto" || name == "parser" || name == "eager") {
-    CEnvironment::SetRoute(name == "auto" ? Route::Automatic : name == "parser" ? Route::Parser : Route::Eager);
-    return true;
-  }
-  if (!name.starts_with(kEager) || name.size() == kEager.size() || name.size() > kEager.size() + 6 ||
-      name.find_first_not_of("0123456789", kEager.size()) != std::string::npos)
-    return false;
-  CEnvironment::SetRoute(Route::Eager, static_cast<unsigned>(std::stoul(name.substr(kEager.size()))));
-  return true;
-}
-
-// Runs the script with everything shown by `userInterface`; false when it could not be loaded.
-bool RunScript(const Options& options, CUserInterface& userInterface, const std::function<void()>& serve) {
-  CUserInterface::SetDefault(&userInterface);
-  bool loaded = false;
-  {
-    CBrindle interpreter;
-    loaded = interpreter.ExecuteProgram(CEnvironment::PathFromNative(options.scripts.front()));
-    if (loaded && interpreter.IsResident())
-      serve();
-  }
-  CUserInterface::SetDefault(nullptr);
-  return loaded;
-}
-
-int RunOnConsole(const Options& options) {
-  CConsoleUserInterface console(options.errorPolicy);
-  const bool loaded = RunScript(options, console, [&console] { console.ServeUntilEndOfInput(); });
-  if (!console.Flush()) {
-    std::cerr << "brindle: the output could not be written\n";
-    return kFailed;
-  }
-  return loaded && console.GetNumberOfErrors() == 0 ? kRan : kFailed;
-}
-
-int RunInWindows(const Options& options, CWindowUserInterface& windows) {
-  windows.SetErrorPolicy(options.errorPolicy);
-  const bool loaded = RunScript(options, windows, [&windows] { windows.ServeUntilClosed(); });
-  return loaded && windows.GetNumberOfErrors() == 0 ? kRan : kFailed;
-}
-
-int Run(const Options& options) {
-  const bool wantsWindow = options.userInterface == "window";
-  if (!wantsWindow && (options.userInterface == "console" || !CWindowUserInterface::HasDisplay()))
-    return RunOnConsole(options);
-  std::string reason;
-  if (const auto windows = CWindowUserInterface::Load("qt", reason))
-    return RunInWindows(options, *windows);
-  if (!wantsWindow)
-    return RunOnConsole(options);
-  std::cerr << "brindle: no window can be shown: " << reason << '\n';
-  return kUsage;
-}
+constexpr std::array kCommands = {
+    Command{"run", &RunCommand},
+    Command{"encrypt", &EncryptCommand},
+    Command{"register", &RegisterCommand},
+    Command{"unregister", &UnregisterCommand},
+};
 
 } // namespace
 
 int main(int argc, char** argv) {
   CEnvironment::ReportFileSizeLimits();
-  if (argc > 1 && std::string_view(argv[1]) == "encrypt")
-    return EncryptCommand({argv + 2, argv + argc});
-  if (argc > 1 && std::string_view(argv[1]) == "register")
-    return RegisterCommand({argv + 2, argv + argc});
-  if (argc > 1 && std::string_view(argv[1]) == "unregister")
-    return UnregisterCommand({argv + 2, argv + argc});
-
-  using Policy = CConsoleUserInterface::ErrorPolicy;
-  const std::map<std::string, Policy> policies = {
-      {"ask", Policy::Ask}, {"continue", Policy::Continue}, {"abort", Policy::Abort}};
-
-  Options options;
-  CLI::App app("Runs a Brindle script.", "brindle");
-  app.set_version_flag("--version", std::string("brindle ") + BRINDLE_VERSION);
-  app.footer(
-      "brindle encrypt IN OUT writes the enciphered form of a script.\n"
-      "brindle register FILE lets scripts create objects of a server library, brindle unregister FILE ends that.");
-  app.add_option("--ui", options.userInterface, "Where message boxes and dialogs go: auto, window or console")
-      ->check(CLI::IsMember({"auto", "window", "console"}));
-  app.add_option("--on-error", options.errorPolicy,
-                 "How an error box is answered: ask (the default on a terminal), continue, or abort (otherwise)")
-      ->transform(CLI::CheckedTransformer(policies));
-  app.add_option("--codepage", options.codePage, "The code page of scripts and text files, UTF-8 by default");
-  app.add_option("--route", options.route,
-                 "For tests: auto, parser, eager or eager:N (give up at every N-th operation)")
-      ->group("");
-  app.add_option("SCRIPT", options.scripts, "The script file")->required();
-
-  try {
-    app.parse(argc, argv);
-    if (options.scripts.size() > 1)
-      throw CLI::ValidationError("SCRIPT", "one script at a time");
-    if (!SetRoute(options.route))
-      throw CLI::ValidationError("--route", "unknown route " + options.route);
-    if (!CEnvironment::SetAnsiCodePage(options.codePage))
-      throw CLI::ValidationError("--codepage", "unknown code page " + options.codePage);
-  } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? kRan : kUsage;
-  }
-  return Run(options);
+  const Words words(argv + std::min(argc, 1), argv + argc);
+  if (words.empty())
+    return BareCommand(words);
+  const auto command = std::find_if(kCommands.begin(), kCommands.end(),
+                                    [&words](const Command& known) { return known.word == words.front(); });
+  return command == kCommands.end() ? BareCommand(words) : command->run({words.begin() + 1, words.end()});
 }

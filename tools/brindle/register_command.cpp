@@ -6,26 +6,26 @@
 
 namespace {
 
-enum ExitStatus { kDone = 0, kFailed = 1, kUsage = 2 };
-
-int Run(const char* word, bool (*act)(const std::string&, std::string&), const std::vector<std::string>& words) {
-  if (words.size() != 1 || words[0].empty()) {
-    std::cerr << "usage: brindle " << word << " FILE\n";
-    return kUsage;
-  }
+int Run(CLI::App&& app, bool (*act)(const std::string&, std::string&), const Words& words) {
+  std::string file;
+  app.add_option("FILE", file, "The server library")->type_name("");
+  if (const auto over = ReadPlainWords(app, words, [&file] { return !file.empty(); }))
+    return *over;
   std::string reason;
-  if (act(words[0], reason))
+  if (act(file, reason))
     return kDone;
-  std::cerr << "brindle " << word << ": " << reason << '\n';
+  std::cerr << app.get_name() << ": " << reason << '\n';
   return kFailed;
 }
 
 } // namespace
 
-int RegisterCommand(const std::vector<std::string>& words) {
-  return Run("register", &CAutomationClasses::RegisterLibrary, words);
+int RegisterCommand(const Words& words) {
+  return Run(CLI::App("Lets scripts create objects of the classes in a server library.", "brindle register"),
+             &CAutomationClasses::RegisterLibrary, words);
 }
 
-int UnregisterCommand(const std::vector<std::string>& words) {
-  return Run("unregister", &CAutomationClasses::UnregisterLibrary, words);
+int UnregisterCommand(const Words& words) {
+  return Run(CLI::App("Ends what \"brindle register\" did, also when the library is gone.", "brindle unregister"),
+             &CAutomationClasses::UnregisterLibrary, words);
 }

@@ -5,9 +5,8 @@
 // Invariant: what one writes the other removes.
 #pragma once
 
-#include <string>
-#include <vector>
+#include "command_line.h"
 
 // The words behind "register" / "unregister"; the process's exit status.
-[[nodiscard]] int RegisterCommand(const std::vector<std::string>& words);
-[[nodiscard]] int UnregisterCommand(const std::vector<std::string>& words);
+[[nodiscard]] int RegisterCommand(const Words& words);
+[[nodiscard]] int UnregisterCommand(const Words& words);

@@ -6,6 +6,7 @@
 // statement that is not to be run any more is overwritten with a jump to its entry, never removed.
 #pragma once
 
+#include "data/variable_slot.h"
 #include "interpreter/fast/operations.h"
 #include "interpreter/func_desc.h"
 #include "interpreter/scanner.h"
@@ -17,6 +18,8 @@
 #include <vector>
 
 namespace brindle {
+
+struct FastEntry;
 
 // An operation with its operands, or the data of the operation before it: a pointer and a number.
 struct FastCell {
@@ -37,15 +40,45 @@ struct FastCell {
     return number;
   }
   void SetNumber(double number) noexcept { std::memcpy(&b, &number, sizeof number); }
+  // Where a jump goes: in the place of b and c, so that one cell is enough.
+  [[nodiscard]] const FastEntry& Target() const noexcept {
+    const FastEntry* target;
+    std::memcpy(&target, &b, sizeof target);
+    return *target;
+  }
+  void SetTarget(const FastEntry& entry) noexcept {
+    const FastEntry* const target = &entry;
+    std::memcpy(&b, &target, sizeof target);
+  }
 };
 static_assert(sizeof(FastCell) == 16 && sizeof(void*) <= 8);
+
+// Slots are named by their distance from the begin of their frame in bytes: nothing is left to be multiplied while a
+// program runs.
+inline constexpr std::uint32_t kSlotSize = sizeof(VariableSlot);
+
+[[nodiscard]] inline VariableSlot& SlotAt(VariableSlot* frame, std::uint32_t slot) noexcept {
+  return *reinterpret_cast<VariableSlot*>(reinterpret_cast<char*>(frame) + slot);
+}
+[[nodiscard]] inline const VariableSlot& SlotAt(const VariableSlot* frame, std::uint32_t slot) noexcept {
+  return *reinterpret_cast<const VariableSlot*>(reinterpret_cast<const char*>(frame) + slot);
+}
 
 class ScriptMap;
 struct FastStatement;
 
-// Where a statement begins: what is known of it, and its cells once it is compiled.
+// Where a statement begins: what is known of it, and its cells once it is compiled. Until then its code is a cell that
+// hands over to the executing parser, so that whoever jumps here need not ask.
 struct FastEntry {
-  const FastCell* code = nullptr;
+  explicit FastEntry(std::uint32_t start) noexcept : position(start) { leave.a = start; }
+  FastEntry(const FastEntry&) = delete;
+  FastEntry& operator=(const FastEntry&) = delete;
+
+  [[nodiscard]] bool IsCompiled() const noexcept { return code != &leave; }
+  void Forget() noexcept { code = &leave; }
+
+  const FastCell* code = &leave;
+  FastCell leave; // the operation 0, Exit
   std::uint32_t position = 0;
   std::uint32_t runs = 0; // by the executing parser, counted only as far as it matters
   bool refused = false;   // nothing to be compiled
@@ -117,10 +150,12 @@ struct FastMapUse {
 
 // The loop variable and the body of the "for" that a "next" closed last.
 struct FastLoop {
-  const Token* site = nullptr; // the variable's token; null for a "do"
-  std::uint32_t position = 0;  // of the body, or of the word "do"
-  std::uint32_t slot = 0;      // of the variable
-  FastEntry* target = nullptr; // where to go on; null until a loop was met
+  static constexpr std::uint32_t kNowhere = 0xFFFFFFFF;
+
+  const Token* site = nullptr;       // the variable's token; null for a "do"
+  std::uint32_t position = kNowhere; // of the body, or of the word "do"
+  std::uint32_t slot = 0;            // of the variable
+  FastEntry* target = nullptr;       // where to go on; null until a loop was met
 };
 
 class FastCode {
@@ -131,7 +166,7 @@ public:
 
   [[nodiscard]] FastEntry& EntryOf(const Token& token) {
     if (token.fast == nullptr) {
-      m_entries.push_back({nullptr, token.start, 0, false, nullptr});
+      m_entries.emplace_back(token.start);
       token.fast = &m_entries.back();
     }
     return *token.fast;
@@ -147,7 +182,7 @@ public:
   void Forget() noexcept {
     ++m_nGeneration;
     for (FastEntry& entry : m_entries) {
-      entry.code = nullptr;
+      entry.Forget();
       entry.statement = nullptr;
       entry.refused = false;
     }

@@ -187,7 +187,7 @@ bool FastCompiler::MapFunction(FastNode& node, FUNCTION_TYPE code, Operand& out,
 }
 
 bool FastCompiler::ArgumentsInTemporaries(FastNode& node, std::uint32_t& first) {
-  first = VariableStore::kNumberTemporaries + m_values;
+  first = NextValue();
   for (FastNode* argument : node.arguments) {
     Operand operand;
     if (!ValueInTemporary(*argument, operand))
@@ -206,7 +206,7 @@ FastCallee* FastCompiler::CalleeOf(CFuncDesc& function, std::size_t arguments) {
   const NameRef result = store.Ref(function.m_strName);
   if (store.FindGlobal(result) != nullptr || store.IsAlias(result.number))
     return nullptr;
-  callee.result = static_cast<std::uint32_t>(store.LocalPlace(result.number));
+  callee.result = static_cast<std::uint32_t>(store.LocalPlace(result.number)) * kSlotSize;
 
   FastParser parser(m_text, m_state.words);
   parser.Start(function.m_nPosition);
@@ -263,8 +263,8 @@ bool FastCompiler::Call(FastNode& node, Operand& out, bool isStatement) {
     FastCallee* const callee = CalleeOf(*function, node.arguments.size());
     if (callee == nullptr || !ArgumentsInTemporaries(node, first))
       return false;
-    // The first two cells of a statement may be overwritten, but calls in progress look at theirs.
-    while (m_chunk->cells.size() < m_firstCell + 2)
+    // The first cell of a statement may be overwritten, but calls in progress look at theirs.
+    if (m_chunk->cells.size() == m_firstCell)
       Emit(FastOperation::Nothing);
     cell = Emit(FastOperation::Call, first, 0, isStatement ? 1 : 0);
     EmitData(callee, m_recordedNames, node.closing->start);

@@ -347,8 +347,8 @@ bool FastCompiler::ValueTo(FastNode& node, std::uint32_t slot) {
 
 // The value of any kind in a temporary of its own, live.
 bool FastCompiler::ValueInTemporary(FastNode& node, Operand& out) {
-  const std::uint32_t slot = VariableStore::kNumberTemporaries + m_values;
-  if (slot >= VariableStore::kTemporaries || !ValueTo(node, slot) || !NewValue(out))
+  const std::uint32_t slot = NextValue();
+  if (slot >= VariableStore::kTemporaries * kSlotSize || !ValueTo(node, slot) || !NewValue(out))
     return false;
   Push(out, node);
   return true;

@@ -78,7 +78,7 @@ void FastCompiler::Compile(const Token& first) {
     const bool isTooMany = entry.statement != nullptr && entry.statement->compiles >= kMostCompiles;
     if (isTooMany)
       entry.refused = true;
-    if (entry.code != nullptr || entry.refused || !isCandidate || entry.runs < m_state.fast.Threshold() ||
+    if (entry.IsCompiled() || entry.refused || !isCandidate || entry.runs < m_state.fast.Threshold() ||
         m_chunk->cells.size() > kMostCells) {
       EmitJump(entry);
       break;
@@ -92,14 +92,11 @@ void FastCompiler::Compile(const Token& first) {
       EmitJump(entry);
       break;
     }
-    // There must be room for a jump, should the statement be compiled anew.
-    if (m_chunk->cells.size() - firstCell < 2)
-      Emit(FastOperation::Nothing);
     compiled.emplace_back(&entry, firstCell);
     entry.refused = true; // until its address is known
     const Token& next = Significant(m_next);
     FastEntry& following = m_code.EntryOf(next);
-    if (!m_fallsThrough && (following.code != nullptr || following.runs < m_state.fast.Threshold()))
+    if (!m_fallsThrough && (following.IsCompiled() || following.runs < m_state.fast.Threshold()))
       break;
     token = &next;
   }

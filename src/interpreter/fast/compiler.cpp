@@ -60,14 +60,13 @@ void FastCompiler::EmitData(const void* pointer, std::uint32_t b, std::uint32_t 
 }
 
 void FastCompiler::EmitJump(FastEntry& entry) {
-  Emit(FastOperation::Jump);
-  EmitData(&entry);
+  m_chunk->cells[Emit(FastOperation::Jump)].SetTarget(entry);
 }
 
 bool FastCompiler::NewNumber(Operand& out) {
   if (m_numbers >= VariableStore::kNumberTemporaries)
     return false;
-  out = Operand{Operand::N, m_numbers++};
+  out = Operand{Operand::N, m_numbers++ * kSlotSize};
   return true;
 }
 
@@ -75,7 +74,8 @@ bool FastCompiler::NewValue(Operand& out) {
   constexpr std::uint32_t kValues = VariableStore::kTemporaries - VariableStore::kNumberTemporaries;
   if (m_values >= kValues)
     return false;
-  out = Operand{Operand::S, VariableStore::kNumberTemporaries + m_values++};
+  out = Operand{Operand::S, NextValue()};
+  ++m_values;
   return true;
 }
 
@@ -123,7 +123,7 @@ bool FastCompiler::ResolveName(const Token& name, std::uint32_t& slot, VariableS
     return global->IsDefined();
   if (store.IsAlias(ref.number))
     return false;
-  slot = static_cast<std::uint32_t>(store.LocalPlace(ref.number));
+  slot = static_cast<std::uint32_t>(store.LocalPlace(ref.number)) * kSlotSize;
   return true;
 }
 

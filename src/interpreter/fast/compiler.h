@@ -8,6 +8,7 @@
 #pragma once
 
 #include "brindle/interpreter.h"
+#include "data/variable_store.h"
 #include "interpreter/fast/code.h"
 #include "interpreter/fast/tree.h"
 
@@ -96,6 +97,10 @@ private:
   void EmitJump(FastEntry& entry);
   [[nodiscard]] bool NewNumber(Operand& out);
   [[nodiscard]] bool NewValue(Operand& out);
+  // The slot that NewValue takes next.
+  [[nodiscard]] std::uint32_t NextValue() const noexcept {
+    return (VariableStore::kNumberTemporaries + m_values) * kSlotSize;
+  }
   void Push(Operand& operand, const FastNode& node);
   void PopTo(std::size_t count);
   void Relabel(const FastNode& node);

@@ -33,12 +33,40 @@ namespace {
   return true;
 }
 
+[[gnu::noinline]] bool SlowCopyItem(VariableSlot& to, const CVarBase& item) noexcept {
+  return RawValues::CopyItem(to, item);
+}
+
+// Into a plain slot.
+[[gnu::always_inline]] inline bool CopyItem(VariableSlot& to, const CVarBase& item) noexcept {
+  if (RawValues::Kind(item) == RawValues::kNumber && RawValues::Kind(to) != RawValues::kText) [[likely]] {
+    RawValues::PutNumber(to, RawValues::Double(item));
+    return true;
+  }
+  return SlowCopyItem(to, item);
+}
+
+[[gnu::noinline]] bool SlowSetItem(const VariableSlot& array, double index, const VariableSlot& value) noexcept {
+  return RawValues::SetItem(array, index, value);
+}
+
+[[gnu::always_inline]] inline bool SetItem(const VariableSlot& array, double index,
+                                           const VariableSlot& value) noexcept {
+  if (RawValues::Kind(value) == RawValues::kNumber) [[likely]]
+    return RawValues::SetItem(array, index, RawValues::Double(value));
+  return SlowSetItem(array, index, value);
+}
+
 // The test that stands before the fast part of a handler. The slow way gets the address of a number of its own, so
 // that the handler's can stay in a register.
 template <auto SlowWay, class Value>
 [[gnu::always_inline]] inline bool ReadNumber(const Value& value, double& number) noexcept {
   if (RawValues::Kind(value) == RawValues::kNumber) [[likely]] {
     number = RawValues::Double(value);
+    return true;
+  }
+  if (RawValues::Kind(value) == RawValues::kInteger) {
+    number = RawValues::Integer(value);
     return true;
   }
   double slow = 0;
@@ -92,10 +120,10 @@ void FastMachine::Run(const FastEntry& entry) {
                                                          const VariableSlot* arguments) {
   // Frames of the machine are small, but each scope level has variables of its own.
   constexpr std::size_t kDeepestCall = 50000;
-  if (m_fast.frames.size() >= kDeepestCall || !RawValues::IsPlain(RawValues::Kind(inner[callee.result])))
+  if (m_fast.frames.size() >= kDeepestCall || !RawValues::IsPlain(RawValues::Kind(SlotAt(inner, callee.result))))
     return false;
   for (std::size_t i = 0; i < callee.count; ++i)
-    if (!RawValues::IsPlain(RawValues::Kind(inner[callee.slots[i]])) ||
+    if (!RawValues::IsPlain(RawValues::Kind(SlotAt(inner, callee.slots[i]))) ||
         !RawValues::IsPlain(RawValues::Kind(arguments[i])))
       return false;
   return true;
@@ -106,13 +134,11 @@ void FastMachine::Run(const FastEntry& entry) {
 }
 
 // clang-format off
-#define SLOT(operand) (base[pc->operand])
+#define SLOT(operand) (SlotAt(base, pc->operand))
 #define NEXT(count) do { pc += (count); goto *(origin + pc->operation); } while (false)
 #define GO_TO(entry) \
   do { \
-    const FastEntry* const to = static_cast<const FastEntry*>(entry); \
-    if (to->code == nullptr) [[unlikely]] { position = to->position; goto leave; } \
-    pc = to->code; \
+    pc = static_cast<const FastEntry*>(entry)->code; \
     goto *(origin + pc->operation); \
   } while (false)
 
@@ -196,7 +222,7 @@ goOn:
   goto*(origin + pc->operation);
 
 Jump:
-  GO_TO(pc[1].Pointer());
+  GO_TO(&pc->Target());
 Nothing:
   NEXT(1);
 Probe:
@@ -294,68 +320,65 @@ Move:
   RawValues::Move(SLOT(a), SLOT(b));
   NEXT(1);
 
-ItemNumber:
-  if (!Left(SLOT(c), x)) [[unlikely]]
+ItemNumber: {
+  double index;
+  if (!Left(SLOT(c), index)) [[unlikely]]
     goto giveUp;
-  {
-    CVarBase* const item = RawValues::ItemAt(SLOT(b), x);
-    if (item == nullptr) [[unlikely]]
-      goto giveUp;
-    double number;
-    if (!ItemNumberOf(*item, number)) [[unlikely]]
-      goto giveUp;
-    RawValues::Double(SLOT(a)) = number;
-  }
+  const CVarBase* const item = RawValues::ItemAt(SLOT(b), index);
+  double number;
+  if (item == nullptr || !ItemNumberOf(*item, number)) [[unlikely]]
+    goto giveUp;
+  RawValues::Double(SLOT(a)) = number;
   NEXT(1);
-GlobalItemNumber:
-  if (!Left(SLOT(c), x)) [[unlikely]]
+}
+GlobalItemNumber: {
+  double index;
+  if (!Left(SLOT(c), index)) [[unlikely]]
     goto giveUp;
-  {
-    CVarBase* const item = RawValues::ItemAt(*static_cast<const VariableSlot*>(pc[1].Pointer()), x);
-    if (item == nullptr) [[unlikely]]
-      goto giveUp;
-    double number;
-    if (!ItemNumberOf(*item, number)) [[unlikely]]
-      goto giveUp;
-    RawValues::Double(SLOT(a)) = number;
-  }
+  const CVarBase* const item = RawValues::ItemAt(*static_cast<const VariableSlot*>(pc[1].Pointer()), index);
+  double number;
+  if (item == nullptr || !ItemNumberOf(*item, number)) [[unlikely]]
+    goto giveUp;
+  RawValues::Double(SLOT(a)) = number;
   NEXT(2);
-ItemValue:
-  if (!Left(SLOT(c), x) || !RawValues::IsPlain(RawValues::Kind(SLOT(a)))) [[unlikely]]
+}
+ItemValue: {
+  double index;
+  if (!Left(SLOT(c), index) || !RawValues::IsPlain(RawValues::Kind(SLOT(a)))) [[unlikely]]
     goto giveUp;
-  {
-    const CVarBase* const item = RawValues::ItemAt(SLOT(b), x);
-    if (item == nullptr || !RawValues::CopyItem(SLOT(a), *item)) [[unlikely]]
-      goto giveUp;
-  }
-  NEXT(1);
-GlobalItemValue:
-  if (!Left(SLOT(c), x) || !RawValues::IsPlain(RawValues::Kind(SLOT(a)))) [[unlikely]]
-    goto giveUp;
-  {
-    const CVarBase* const item = RawValues::ItemAt(*static_cast<const VariableSlot*>(pc[1].Pointer()), x);
-    if (item == nullptr || !RawValues::CopyItem(SLOT(a), *item)) [[unlikely]]
-      goto giveUp;
-  }
-  NEXT(2);
-SetItem:
-  if (!Left(SLOT(b), x)) [[unlikely]]
-    goto giveUp;
-  if (!RawValues::SetItem(SLOT(a), x, SLOT(c))) [[unlikely]]
+  const CVarBase* const item = RawValues::ItemAt(SLOT(b), index);
+  if (item == nullptr || !CopyItem(SLOT(a), *item)) [[unlikely]]
     goto giveUp;
   NEXT(1);
-SetItemConstant:
-  if (!Left(SLOT(b), x)) [[unlikely]]
+}
+GlobalItemValue: {
+  double index;
+  if (!Left(SLOT(c), index) || !RawValues::IsPlain(RawValues::Kind(SLOT(a)))) [[unlikely]]
     goto giveUp;
-  if (!RawValues::SetItem(SLOT(a), x, pc[1].Number())) [[unlikely]]
-    goto giveUp;
-  NEXT(2);
-SetGlobalItem:
-  if (!Left(SLOT(b), x)) [[unlikely]]
-    goto giveUp;
-  if (!RawValues::SetItem(*static_cast<const VariableSlot*>(pc[1].Pointer()), x, SLOT(c))) [[unlikely]]
+  const CVarBase* const item = RawValues::ItemAt(*static_cast<const VariableSlot*>(pc[1].Pointer()), index);
+  if (item == nullptr || !CopyItem(SLOT(a), *item)) [[unlikely]]
     goto giveUp;
   NEXT(2);
+}
+SetItem: {
+  double index;
+  if (!Left(SLOT(b), index) || !SetItem(SLOT(a), index, SLOT(c))) [[unlikely]]
+    goto giveUp;
+  NEXT(1);
+}
+SetItemConstant: {
+  double index;
+  if (!Left(SLOT(b), index) || !RawValues::SetItem(SLOT(a), index, pc[1].Number())) [[unlikely]]
+    goto giveUp;
+  NEXT(2);
+}
+SetGlobalItem: {
+  double index;
+  if (!Left(SLOT(b), index) || !SetItem(*static_cast<const VariableSlot*>(pc[1].Pointer()), index, SLOT(c)))
+      [[unlikely]]
+    goto giveUp;
+  NEXT(2);
+}
 
   COMPARISON(IfEqual, ==)
   COMPARISON(IfNotEqual, !=)
@@ -408,15 +431,15 @@ Next: {
   FastLoop& loop = *static_cast<FastLoop*>(pc[1].Pointer());
   // The same "for" has another body when its end expression could not be read to the end.
   if (state.control.empty() || state.control.back().site != loop.site ||
-      state.control.back().position != loop.position || loop.site == nullptr) [[unlikely]]
+      state.control.back().position != loop.position) [[unlikely]]
     if (!machine->LinkLoop(loop, true))
       goto giveUp;
-  VariableSlot& counter = base[loop.slot];
+  VariableSlot& counter = SlotAt(base, loop.slot);
   if (RawValues::Kind(counter) != RawValues::kNumber) [[unlikely]]
     goto giveUp;
-  x = RawValues::Double(counter) + 1.0;
-  RawValues::Double(counter) = x;
-  if (x > state.control.back().value) {
+  const double count = RawValues::Double(counter) + 1.0;
+  RawValues::Double(counter) = count;
+  if (count > state.control.back().value) {
     state.control.pop_back();
     NEXT(2);
   }
@@ -427,7 +450,7 @@ PushLoop:
   NEXT(1);
 Loop: {
   FastLoop& loop = *static_cast<FastLoop*>(pc[1].Pointer());
-  if (state.control.empty() || loop.target == nullptr || state.control.back().position != loop.position) [[unlikely]]
+  if (state.control.empty() || state.control.back().position != loop.position) [[unlikely]]
     if (!machine->LinkLoop(loop, false))
       goto giveUp;
   state.control.pop_back();
@@ -500,16 +523,16 @@ MapSet:
 Call: {
   FastCallee& callee = *static_cast<FastCallee*>(pc[1].Pointer());
   VariableSlot* const inner = store.FrameAt(state.m_nScopeLevel + 1);
-  if (!machine->CanEnter(callee, inner, base + pc->a)) [[unlikely]]
+  if (!machine->CanEnter(callee, inner, &SLOT(a))) [[unlikely]]
     goto giveUp;
   state.fast.frames.push_back({pc + 2, base, static_cast<std::uint32_t>(store.FrameSize()),
                                static_cast<std::uint32_t>(state.control.size()), machine->m_code.Generation(),
                                state.stop});
   ++state.m_nScopeLevel;
   state.stop = false; // a call runs in full, also while the statement that ended the program finishes
-  RawValues::PutUndefined(inner[callee.result]);
+  RawValues::PutUndefined(SlotAt(inner, callee.result));
   for (std::size_t i = 0; i < callee.count; ++i)
-    RawValues::Move(inner[callee.slots[i]], base[pc->a + i]);
+    RawValues::Move(SlotAt(inner, callee.slots[i]), (&SLOT(a))[i]);
   base = inner;
   GO_TO(callee.body);
 }
@@ -520,10 +543,10 @@ Return:
   }
   {
     const FastFrame& frame = state.fast.frames.back();
-    const VariableSlot& result = base[frame.Callee().result];
+    const VariableSlot& result = SlotAt(base, frame.Callee().result);
     if (frame.frameSize == store.FrameSize() && !isForeign && !(state.m_nScopeLevel == 2 && store.MayHoldObjects()) &&
         !frame.stop && state.control.size() == frame.control &&
-        (frame.IsStatement() || RawValues::CopyToPlain(frame.base[frame.Destination()], result))) [[likely]] {
+        (frame.IsStatement() || RawValues::CopyToPlain(SlotAt(frame.base, frame.Destination()), result))) [[likely]] {
       --state.m_nScopeLevel;
       base = frame.base;
       pc = frame.pc;

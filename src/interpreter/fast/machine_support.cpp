@@ -92,11 +92,11 @@ FastMachine::Way FastMachine::GiveUp(const FastCell* pc, const FastCell*& resume
     const FastOperand& operand = m_code.m_operands[static_cast<std::size_t>(i)];
     FastTapeEntry entry{operand.start, operand.end, operand.level, {}};
     if (!operand.isNumber)
-      RawValues::MoveOut(base[operand.slot], entry.value);
+      RawValues::MoveOut(SlotAt(base, operand.slot), entry.value);
     else if (operand.isInteger)
-      entry.value.SetValue(static_cast<int>(RawValues::Double(base[operand.slot])));
+      entry.value.SetValue(static_cast<int>(RawValues::Double(SlotAt(base, operand.slot))));
     else
-      entry.value.SetValue(RawValues::Double(base[operand.slot]));
+      entry.value.SetValue(RawValues::Double(SlotAt(base, operand.slot)));
     values.push_back(std::move(entry));
   }
   std::reverse(values.begin(), values.end());
@@ -106,9 +106,9 @@ FastMachine::Way FastMachine::GiveUp(const FastCell* pc, const FastCell*& resume
     m_state.control.pop_back();
   FastStatement& counted = statement.loop != nullptr ? *statement.loop : statement;
   if (m_fast.mode != FastMode::Eager && ++counted.bails > kMostBails && counted.entry->code == counted.first) {
-    counted.entry->code = nullptr;
-    counted.first[0].operation = FastCompiler::HandlerOf(FastOperation::Jump);
-    counted.first[1].SetPointer(counted.entry);
+    counted.entry->Forget();
+    counted.first->operation = FastCompiler::HandlerOf(FastOperation::Jump);
+    counted.first->SetTarget(*counted.entry);
   }
 
   m_state.position = statement.entry->position;
@@ -130,10 +130,10 @@ FastMachine::Way FastMachine::GiveUp(const FastCell* pc, const FastCell*& resume
 void FastMachine::FinishCall(bool isComplete) {
   const FastFrame frame = m_fast.frames.back();
   VariableStore& store = m_state.m_mapVariables;
-  VariableSlot& target = store.FrameAt(m_state.m_nScopeLevel - 1)[frame.Destination()];
+  VariableSlot& target = SlotAt(store.FrameAt(m_state.m_nScopeLevel - 1), frame.Destination());
   bool hasResult = false;
   if (!frame.IsStatement()) {
-    const VariableSlot& result = store.FrameAt(m_state.m_nScopeLevel)[frame.Callee().result];
+    const VariableSlot& result = SlotAt(store.FrameAt(m_state.m_nScopeLevel), frame.Callee().result);
     hasResult = isComplete && result.IsDefined();
     if (hasResult) {
       if (!RawValues::IsPlain(RawValues::Kind(target)))
@@ -155,7 +155,7 @@ void FastMachine::FinishCall(bool isComplete) {
   m_state.stop = m_state.stop || frame.stop;
   m_fast.frames.pop_back();
   if (!frame.IsStatement() && !hasResult)
-    store.FrameAt(m_state.m_nScopeLevel)[frame.Destination()].DefineEmpty();
+    SlotAt(store.FrameAt(m_state.m_nScopeLevel), frame.Destination()).DefineEmpty();
 }
 
 bool FastMachine::RunBuiltIn(const FastCell* pc, VariableSlot* base) {
@@ -163,8 +163,9 @@ bool FastMachine::RunBuiltIn(const FastCell* pc, VariableSlot* base) {
   // The array of the call before is taken, so that most calls allocate none; a call inside this one makes its own.
   CBasicVariableArray arguments = std::move(m_fast.arguments);
   arguments.SetSize(static_cast<int>(pc->c));
+  VariableSlot* const first = &SlotAt(base, pc->a);
   for (std::uint32_t i = 0; i < pc->c; ++i)
-    RawValues::MoveOut(base[pc->a + i], arguments[static_cast<int>(i)]);
+    RawValues::MoveOut(first[i], arguments[static_cast<int>(i)]);
   // The handler may report: it stands where the executing parser would, before the ")".
   m_state.position = function.closing->start;
   m_state.token.token = function.closing;
@@ -174,7 +175,7 @@ bool FastMachine::RunBuiltIn(const FastCell* pc, VariableSlot* base) {
   CBasicVariable result;
   (m_interpreter.*function.handler)(result, arguments, function.code);
   if (pc[1].b == 0) {
-    VariableSlot& target = m_state.m_mapVariables.FrameAt(m_state.m_nScopeLevel)[pc->b];
+    VariableSlot& target = SlotAt(m_state.m_mapVariables.FrameAt(m_state.m_nScopeLevel), pc->b);
     if (!RawValues::IsPlain(RawValues::Kind(target)))
       target.Undefine();
     if (!RawValues::MoveItemFrom(target, result))
@@ -208,7 +209,7 @@ bool FastMachine::PartText(const FastPart& part, VariableSlot* base, CString& sc
     view = part.text.View();
     return true;
   }
-  VariableSlot& slot = base[part.slot];
+  VariableSlot& slot = SlotAt(base, part.slot);
   if (part.kind == FastPart::Number) {
     scratch = FormatFixed(RawValues::Double(slot));
   } else if (part.kind == FastPart::Integer) {
@@ -230,7 +231,7 @@ namespace {
 // Whether a part is text as it stands; the left operand has to be.
 bool IsText(const FastPart& part, const VariableSlot* base) {
   return part.kind == FastPart::Constant ||
-         (part.kind == FastPart::Slot && RawValues::Kind(base[part.slot]) == RawValues::kText);
+         (part.kind == FastPart::Slot && RawValues::Kind(SlotAt(base, part.slot)) == RawValues::kText);
 }
 
 } // namespace
@@ -247,12 +248,12 @@ bool FastMachine::JoinParts(const std::vector<FastPart>& parts, VariableSlot* ba
   if (!IsText(parts.front(), base) || !RawValues::IsPlain(RawValues::Kind(target)))
     return false;
   std::size_t total = 0;
-  bool inPlace = parts.front().kind == FastPart::Slot && &base[parts.front().slot] == &target;
+  bool inPlace = parts.front().kind == FastPart::Slot && &SlotAt(base, parts.front().slot) == &target;
   for (std::size_t i = 0; i < parts.size(); ++i) {
     if (!PartText(parts[i], base, scratches[i], views[i]))
       return false;
     total += views[i].size();
-    if (i > 0 && parts[i].kind == FastPart::Slot && &base[parts[i].slot] == &target)
+    if (i > 0 && parts[i].kind == FastPart::Slot && &SlotAt(base, parts[i].slot) == &target)
       inPlace = false;
   }
   if (total > static_cast<std::size_t>(kLongestText))
@@ -287,21 +288,21 @@ bool FastMachine::CompareTexts(const std::vector<FastPart>& parts, VariableSlot*
 
 bool FastMachine::TakePart(const FastCell* pc, VariableSlot* base) {
   const FastPart& part = static_cast<const std::vector<FastPart>*>(pc[1].Pointer())->front();
-  VariableSlot& target = base[pc->a];
+  VariableSlot& target = SlotAt(base, pc->a);
   CString text;
   std::u16string_view view;
   if (!RawValues::IsPlain(RawValues::Kind(target)) || !PartText(part, base, text, view))
     return false;
   // A share of the whole text is cheaper than a copy, should that be what is taken.
-  if (part.kind == FastPart::Slot && RawValues::Kind(base[part.slot]) == RawValues::kText)
-    text = RawValues::Text(base[part.slot]);
+  if (part.kind == FastPart::Slot && RawValues::Kind(SlotAt(base, part.slot)) == RawValues::kText)
+    text = RawValues::Text(SlotAt(base, part.slot));
   else if (part.kind == FastPart::Constant)
     text = part.text;
-  const std::int32_t first = ToInt32(RawValues::Double(base[pc->b]));
+  const std::int32_t first = ToInt32(RawValues::Double(SlotAt(base, pc->b)));
   switch (pc[1].b) {
   case FUNCTION_LEFT: RawValues::PutText(target, text.Left(first)); break;
   case FUNCTION_RIGHT: RawValues::PutText(target, text.Right(first)); break;
-  default: RawValues::PutText(target, text.Mid(first, ToInt32(RawValues::Double(base[pc->c])))); break;
+  default: RawValues::PutText(target, text.Mid(first, ToInt32(RawValues::Double(SlotAt(base, pc->c))))); break;
   }
   return true;
 }
@@ -322,13 +323,14 @@ bool FastMachine::ValueOfPart(const FastPart& part, VariableSlot* base, bool isL
   if (isLength) {
     if (!IsText(part, base))
       return false; // Deliberate: what is no text has no length, and that is no integer
-    result = part.kind == FastPart::Constant ? part.text.GetLength() : RawValues::Text(base[part.slot]).GetLength();
+    result =
+        part.kind == FastPart::Constant ? part.text.GetLength() : RawValues::Text(SlotAt(base, part.slot)).GetLength();
     return true;
   }
   switch (part.kind) {
   case FastPart::Constant: result = ParseDouble(part.text.View()); return true;
-  case FastPart::Slot: return RawValues::RightNumber(base[part.slot], result);
-  default: result = RawValues::Double(base[part.slot]); return true;
+  case FastPart::Slot: return RawValues::RightNumber(SlotAt(base, part.slot), result);
+  default: result = RawValues::Double(SlotAt(base, part.slot)); return true;
   }
 }
 
@@ -344,8 +346,8 @@ ScriptMap* FastMachine::MapOf(FastMapUse& use) {
 const CString* FastMachine::KeyOf(const FastPart& part, VariableSlot* base, CString& scratch) {
   if (part.kind == FastPart::Constant)
     return &part.text;
-  if (part.kind == FastPart::Slot && RawValues::Kind(base[part.slot]) == RawValues::kText)
-    return &RawValues::Text(base[part.slot]);
+  if (part.kind == FastPart::Slot && RawValues::Kind(SlotAt(base, part.slot)) == RawValues::kText)
+    return &RawValues::Text(SlotAt(base, part.slot));
   std::u16string_view view;
   return PartText(part, base, scratch, view) ? &scratch : nullptr;
 }

@@ -27,10 +27,10 @@ FastEntry* CBrindle::CompiledEntry() {
   }
   const bool endsBody =
       token.command == COMMAND_RETURN || token.command == COMMAND_ENDFUNCTION || token.command == COMMAND_ENDSUB;
-  if (entry.code == nullptr)
+  if (!entry.IsCompiled())
     FastCompiler(*this).Compile(*token.token);
   // The end of a body is compiled for what leads to it; met on its own it is the executing parser's.
-  return entry.code != nullptr && !endsBody ? &entry : nullptr;
+  return entry.IsCompiled() && !endsBody ? &entry : nullptr;
 }
 
 // Whether the statement whose first token is current has been run, and perhaps many behind it.

@@ -1,10 +1,12 @@
 #include "brindle/console_user_interface.h"
 
 #include "platform/standard_streams.h"
+#include "platform/unicode.h"
 #include "ui/console/console_dialog.h"
 #include "ui/console/timer_queue.h"
 
 #include <functional>
+#include <new>
 #include <string>
 
 using brindle::StandardStreams;
@@ -17,6 +19,21 @@ struct CConsoleUserInterface::State {
   TimerQueue timers;
 
   brindle::ConsoleDialog::Screen screen;
+
+  // The error may be want of memory: then the text is written character by character, which needs none.
+  void TellError(const CString& text) {
+    try {
+      streams.WriteError(text.ToUtf8() + "\n");
+    } catch (const std::bad_alloc&) {
+      const std::u16string_view units = text.View();
+      for (std::size_t index = 0; index < units.size();) {
+        std::string character; // short enough to lie in place
+        brindle::AppendUtf8(brindle::ReadUtf16(units, index), character);
+        streams.WriteError(character);
+      }
+      streams.WriteError("\n");
+    }
+  }
 
   // A line of input; nothing at its end, or as soon as the question is over. Timers tick while it waits.
   std::optional<CString> Ask(const std::string& prompt, const std::function<bool()>& isOver = {}) {
@@ -77,12 +94,12 @@ void CConsoleUserInterface::ShowMessage(const CString& text) {
 
 void CConsoleUserInterface::ShowNotice(const CString& text) {
   ++m_pState->errors;
-  m_pState->streams.WriteError(text.ToUtf8() + "\n");
+  m_pState->TellError(text);
 }
 
 CUserInterface::ErrorAnswer CConsoleUserInterface::ShowError(const CString& text) {
   ++m_pState->errors;
-  m_pState->streams.WriteError(text.ToUtf8() + "\n");
+  m_pState->TellError(text);
   switch (m_pState->policy) {
   case ErrorPolicy::Continue: return ErrorAnswer::Ok;
   case ErrorPolicy::Abort: return ErrorAnswer::Cancel;

@@ -503,6 +503,28 @@ TEST(PrintfDirective, floating_conversions_agree_with_printf) {
   }
 }
 
+// Values halfway between two that can be printed, and their neighbours, are where a quick way could go wrong.
+TEST(PrintfDirective, decimals_close_to_a_tie_agree_with_printf) {
+  std::mt19937_64 source(20);
+  std::uniform_int_distribution<std::int64_t> whole(0, 1 << 20);
+  std::uniform_int_distribution<int> shift(0, 30);
+  std::uniform_int_distribution<int> precision(0, 11);
+  std::uniform_int_distribution<int> power(0, 11);
+  for (int i = 0; i < kRandomNumbers / 5; ++i) {
+    // Ties in binary, such as 0.125, and decimal ones, such as 1.005, which no double meets.
+    const double tie = i % 2 == 0 ? std::ldexp(static_cast<double>(whole(source)), -shift(source))
+                                  : (static_cast<double>(whole(source)) + 0.5) / std::pow(10.0, power(source));
+    const std::string format = "%." + std::to_string(precision(source)) + "f";
+    for (const double value : {tie, std::nextafter(tie, kInfinity), std::nextafter(tie, -kInfinity), -tie,
+                               tie * 1073741824.0, tie * 4503599627370496.0}) {
+      CString text;
+      AppendFloating(text, Directive(format), value);
+      ASSERT_EQ(text.ToUtf8(), Printed(format, value)) << format << " of " << Printed("%a", value);
+      ASSERT_EQ(FormatFixed(value).ToUtf8(), Printed("%f", value)) << Printed("%a", value);
+    }
+  }
+}
+
 TEST(PrintfDirective, hexadecimal_floating_conversions_agree_with_printf) {
   RandomNumbers random;
   for (const char* format : {"%a", "%A", "%+a", "%24a", "%024a", "%-24a", "%#a", "%.13a"}) {

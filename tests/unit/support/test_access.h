@@ -129,6 +129,7 @@ struct BrindleTestAccess {
     return interpreter.ExecExternalFunction(function, result, arguments);
   }
   static bool ExecReturn(CBrindle& interpreter) { return interpreter.ExecReturn(); }
+  static bool Decrypt(CBrindle& interpreter) { return interpreter.Decrypt(); }
 
   // Events.
   static bool EventAdd(CBrindle& interpreter, const CString& event, const CString& handler) {

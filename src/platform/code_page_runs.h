@@ -48,7 +48,14 @@ inline std::size_t AsciiRun(std::string_view bytes) noexcept {
 }
 
 inline std::size_t AsciiRun(std::u16string_view text) noexcept {
+  constexpr std::size_t kUnits = sizeof(std::uint64_t) / sizeof(char16_t);
   std::size_t length = 0;
+  for (std::uint64_t word = 0; length + kUnits <= text.size(); length += kUnits) {
+    std::memcpy(&word, text.data() + length, sizeof word);
+    if ((word & 0xFF80FF80FF80FF80U) != 0) {
+      break;
+    }
+  }
   while (length < text.size() && text[length] < 0x80) {
     ++length;
   }

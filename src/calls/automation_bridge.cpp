@@ -62,6 +62,8 @@ bool CBrindle::GetDispID(IDispatch* object, const CString& name, DISPID& member)
   CString thrown;
   const HRESULT code = CallObject(
       [&] { return object->GetIDsOfNames(IID_NULL, &text.bstrVal, 1, LOCALE_SYSTEM_DEFAULT, &member); }, thrown);
+  if (code == E_OUTOFMEMORY) // no answer, so the member may exist
+    thrown = ResultText(code);
   if (!thrown.IsEmpty())
     ReportAutomation(thrown);
   return SUCCEEDED(code);

@@ -54,8 +54,10 @@ public:
     std::size_t outer = 0; // frame, or number of a global's name
     std::size_t inner = 0; // number in the frame, or index among the globals of that name
   };
-  // The variables at that level and deeper that hold objects.
-  [[nodiscard]] std::vector<Place> PlacesOfObjects(int level);
+  // Moves `place` on to the next variable at that level or deeper that holds an object, which may be the one where it
+  // stands; false when there is none. Needs no memory: objects are let go when a run has ended for want of it.
+  [[nodiscard]] bool FindObject(int level, Place& place) const noexcept;
+  void NoteNoObjects() noexcept { m_mayHoldObjects = false; } // by a search of all procedures that found none
   // Null once the variable is gone.
   [[nodiscard]] VariableSlot* At(const Place& place) noexcept;
   void Clear() noexcept;

@@ -71,28 +71,29 @@ private:
   ControlStack m_control;
 };
 
-// Runs `body` up to this interpreter's abort, which ends here, and turns want of memory into an error. What
-// belongs to others, another interpreter's abort or a host's exception, passes.
+// Runs `body` up to this interpreter's abort, which ends here, and turns want of memory into an error; then `release`
+// lets go of what the body was thrown out of. What belongs to others, another interpreter's abort or a host's
+// exception, passes.
 template <class Body, class Release> void CBrindle::RunToAbort(Body body, Release release) {
-  try {
+  const auto runsToItsEnd = [this](auto& part) {
     try {
-      body();
-    } catch (const std::bad_alloc&) {
-      ReportOrGiveUp(kErrorUnrecoverable);
-    } catch (const std::length_error&) {
-      ReportOrGiveUp(kErrorUnrecoverable);
-    }
-  } catch (const ScriptAbort& abort) {
-    if (abort.owner != this)
-      throw;
-    try {
-      release();
-    } catch (const ScriptAbort& second) {
-      // The handlers of a change event were aborted as well: nothing is left to stop.
-      if (second.owner != this)
+      try {
+        part();
+        return true;
+      } catch (const std::bad_alloc&) {
+        ReportOrGiveUp(kErrorUnrecoverable);
+      } catch (const std::length_error&) {
+        ReportOrGiveUp(kErrorUnrecoverable);
+      }
+    } catch (const ScriptAbort& abort) {
+      if (abort.owner != this)
         throw;
     }
-  }
+    return false;
+  };
+  if (!runsToItsEnd(body))
+    // The handlers of a change event may be thrown out as well: then nothing is left to stop.
+    runsToItsEnd(release);
 }
 
 bool CBrindle::ExecuteProgram(const CString& fileName) {

@@ -211,6 +211,13 @@ std::vector<std::u16string> FindFiles(std::u16string_view pattern) {
   return names;
 }
 
+std::vector<std::string> NamesIn(const std::string& folder) {
+  std::vector<std::string> names;
+  ForEachName(folder, [&](std::string_view name) { names.emplace_back(name); });
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
 std::u16string_view DirectoryPart(std::u16string_view path) noexcept {
   const std::size_t separator = path.find_last_of(u"/\\");
   return separator == std::u16string_view::npos ? std::u16string_view() : path.substr(0, separator + 1);

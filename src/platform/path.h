@@ -27,6 +27,9 @@ namespace brindle {
 // ".." never appear. Without a wildcard: the name as it is on disk, when it exists.
 [[nodiscard]] std::vector<std::u16string> FindFiles(std::u16string_view pattern);
 
+// The names in a folder of this system, sorted, without "." and ".."; none when it cannot be read.
+[[nodiscard]] std::vector<std::string> NamesIn(const std::string& folder);
+
 // The part up to and including the last separator; empty when there is none.
 [[nodiscard]] std::u16string_view DirectoryPart(std::u16string_view path) noexcept;
 

@@ -114,28 +114,34 @@ bool ScriptChecker::For(const Token& word) {
     return true;
   }
   Operand end;
+  const Token& limit = m_reader.Peek();
+  if (limit.kind == TOKEN_VARIABLE && KindsOf(limit) == kUndefinedValue && start.number && *start.number > 0) {
+    Report(ProblemCode::UnsetRead, limit, "the variable " + Quoted(limit) + " is read but was never assigned",
+           "As the end of a loop it counts as 0, and the loop is skipped without an error. Assign it first.");
+    m_reader.FindLastPair(COMMAND_FOR, COMMAND_NEXT, COMMAND_NONE);
+    return true;
+  }
   if (!Expression(end)) {
     Recover();
     return true;
   }
-  if (start.literal != nullptr && start.literal->kind == TOKEN_NUMBER && start.literal->number == 0 &&
-      end.call != nullptr && end.call->lowered == u"ubound")
+  if (start.number && *start.number == 0 && end.call != nullptr && end.call->lowered == u"ubound")
     Report(ProblemCode::UboundInclusive, *end.call, "the loop goes one element too far",
            "ubound is the number of elements, and the last index is one less: the last round reads another element, or "
            "writes outside (error 36). Write to ubound(...) - 1.");
 
   const std::uint32_t body = m_reader.Position();
   m_reader.FindLastPair(COMMAND_FOR, COMMAND_NEXT, COMMAND_NONE);
-  const bool numbers = start.literal != nullptr && end.literal != nullptr &&
-                       start.literal->kind == TOKEN_NUMBER && end.literal->kind == TOKEN_NUMBER;
+  const bool never = start.number && end.number && *end.number < *start.number;
+  const bool always = start.number && end.number && !never;
   if (m_reader.Current().command == COMMAND_NEXT) {
-    if (!numbers || end.literal->number < start.literal->number)
+    if (!always)
       GoTo(m_reader.Position(), m_state);
   } else {
     Report(ProblemCode::MissingNext, word, "this for has no next",
            "The body runs once, or the rest of the script is skipped, without an error. Write next behind the body.");
   }
-  if (numbers && end.literal->number < start.literal->number)
+  if (never)
     return false;
   FlowState inside = m_state;
   inside.loops.push_back({true, m_reader.PastBlanks(body)});

@@ -13,12 +13,18 @@ std::string Counted(int count) {
   return count == 1 ? "1 argument" : std::to_string(count) + " arguments";
 }
 
+std::string CountedParameters(const CheckedProcedure& procedure) {
+  const std::size_t count = procedure.parameters.size();
+  return count == 1 ? "1 parameter" : std::to_string(count) + " parameters";
+}
+
+// "1 argument", "2 to 3 arguments"
 std::string Range(const FunctionSignature& signature) {
   if (signature.most == FunctionSignature::kNoLimit)
-    return "at least " + std::to_string(signature.fewest);
+    return "at least " + Counted(signature.fewest);
   if (signature.fewest == signature.most)
-    return std::to_string(signature.fewest);
-  return std::to_string(signature.fewest) + " to " + std::to_string(signature.most);
+    return Counted(signature.fewest);
+  return std::to_string(signature.fewest) + " to " + Counted(signature.most);
 }
 
 } // namespace
@@ -109,15 +115,15 @@ bool ScriptChecker::CallBuiltIn(const Token& name, const CFuncDesc& function, co
     if (function.m_nCode == FUNCTION_MID)
       hint += " Write mid(text, start, count); right(text, n) gives an end.";
     Report(ProblemCode::BuiltInArguments, name,
-           Quoted(name) + " takes " + Range(signature) + " arguments, not " + std::to_string(count), std::move(hint));
+           Quoted(name) + " takes " + Range(signature) + ", not " + std::to_string(count), std::move(hint));
     return false;
   }
   if (count < signature.fewest)
-    Report(ProblemCode::BuiltInSurplus, name, Quoted(name) + " needs " + Range(signature) + " arguments",
+    Report(ProblemCode::BuiltInSurplus, name, Quoted(name) + " needs " + Range(signature),
            "With fewer it does nothing, and says nothing: the result is 0 or not set.");
   else if (count > signature.most)
     Report(ProblemCode::BuiltInSurplus, name,
-           Quoted(name) + " looks at " + std::to_string(signature.most) + " arguments, not at " + std::to_string(count),
+           Quoted(name) + " looks at " + Counted(signature.most) + ", not at " + std::to_string(count),
            "What is given beyond them is computed and dropped.");
 
   const bool firstIsText = !arguments.empty() && arguments[0].literal != nullptr &&
@@ -134,11 +140,53 @@ bool ScriptChecker::CallBuiltIn(const Token& name, const CFuncDesc& function, co
     Report(ProblemCode::FormatOrder, name, "the value comes first, then the format",
            "The second argument is read as the format. Write format(value, \"%d\").");
 
+  if (!CheckArgumentValues(name, function.m_nCode, arguments))
+    return false;
   out.kinds = signature.result;
   out.call = &name;
   if (firstIsText)
     out.calledWith = arguments[0].literal->text;
   return true;
+}
+
+// What no value of an argument can make right.
+bool ScriptChecker::CheckArgumentValues(const Token& name, FUNCTION_TYPE code, const std::vector<Operand>& arguments) {
+  switch (code) {
+  case FUNCTION_CONTROLVALUE:
+    if (!m_outline.showsDialogs) {
+      Report(ProblemCode::NoDialog, name, "the script shows no dialog", "Without an open one this is error 43.");
+      return false;
+    }
+    if (arguments.size() > 1 && arguments[1].literal != nullptr &&
+        arguments[1].literal->text.CompareNoCase(CString(u"text")) != 0 &&
+        arguments[1].literal->text.CompareNoCase(CString(u"selection")) != 0) {
+      Report(ProblemCode::ValueKind, *arguments[1].literal, "the second argument is \"text\" or \"selection\"",
+             "Anything else is error 45.");
+      return false;
+    }
+    return true;
+  case FUNCTION_READ:
+  case FUNCTION_WRITE:
+    if (const auto size = arguments[2].number; size && *size != 1 && *size != 2 && *size != 4 && *size != 8) {
+      Report(ProblemCode::ValueKind, name, "an element has 1, 2, 4 or 8 bytes", "Any other size is error 45.");
+      return false;
+    }
+    return true;
+  case FUNCTION_DBFREAD:
+  case FUNCTION_DBFWRITE:
+  case FUNCTION_DBFAPPEND:
+  case FUNCTION_DBFSEEK:
+  case FUNCTION_DBFDELETE:
+  case FUNCTION_DBFNUMRECORDS:
+  case FUNCTION_DBFNUMFIELDS:
+  case FUNCTION_DBFFIELDNAMES:
+    if (const auto handle = arguments[0].number; handle && *handle <= -1) {
+      Report(ProblemCode::ValueKind, name, "a handle is not negative", "This is error 57.");
+      return false;
+    }
+    return true;
+  default: return true;
+  }
 }
 
 bool ScriptChecker::CallProcedure(const Token& name, const std::vector<Operand>& arguments, bool wantsResult) {
@@ -153,16 +201,14 @@ bool ScriptChecker::CallProcedure(const Token& name, const std::vector<Operand>&
   }
   if (arguments.size() < procedure.parameters.size()) {
     Report(ProblemCode::ProcedureArguments, name,
-           Quoted(name) + " has " + std::to_string(procedure.parameters.size()) + " parameters and is called with " +
-               Counted(static_cast<int>(arguments.size())),
+           Quoted(name) + " has " + CountedParameters(procedure) + " and is called with " + Counted(static_cast<int>(arguments.size())),
            "This is error 24: every parameter needs its argument. The definition is in " +
                m_problems.Reference(procedure.name->start, name.start) + ".");
     return false;
   }
   if (arguments.size() > procedure.parameters.size())
     Report(ProblemCode::ProcedureSurplus, name,
-           Quoted(name) + " has " + std::to_string(procedure.parameters.size()) + " parameters and is called with " +
-               Counted(static_cast<int>(arguments.size())),
+           Quoted(name) + " has " + CountedParameters(procedure) + " and is called with " + Counted(static_cast<int>(arguments.size())),
            "Arguments without a parameter are computed and dropped.");
   if (wantsResult && procedure.result == kUndefinedValue) {
     Report(ProblemCode::NoResult, name, Quoted(name) + " gives no result",
@@ -179,10 +225,10 @@ bool ScriptChecker::CallMember(const Token& name) {
   const CString owner = name.text.Left(dot);
   CString member = name.lowered.Mid(dot + 1);
   const bool isCall = name.kind == TOKEN_FUNCTION;
-  if (const auto record = m_outline.records.find(owner); record != m_outline.records.end() && !isCall) {
+  if (const auto* record = m_outline.RecordOf(owner); record != nullptr && !isCall) {
     bool isKnown = false;
     bool hasCapitals = false;
-    for (const CString& type : record->second) {
+    for (const CString& type : *record) {
       const auto fields = m_outline.types.find(type);
       if (fields == m_outline.types.end())
         return true; // reported where it is declared

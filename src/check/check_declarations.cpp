@@ -40,15 +40,8 @@ bool ScriptChecker::Declaration(bool global) {
   m_reader.Next();
   if (m_reader.IsDelimiter(u'[')) {
     hasSize = true;
-    Operand size;
-    if (!Index(size))
+    if (!Size())
       return false;
-    if (size.literal != nullptr && size.literal->kind == TOKEN_NUMBER &&
-        (size.literal->number < 1 || size.literal->number >= kLargestArray + 1)) {
-      Report(ProblemCode::WordSyntax, *size.literal, "an array has 1 to 16000 elements", "This is error 32.");
-      return false;
-    }
-    m_reader.Next();
   }
   if (ValueKinds* mark = GlobalMark(name); global && mark != nullptr && !InProcedure()) {
     if (*mark == kMadeBeforeGlobal)
@@ -79,6 +72,20 @@ bool ScriptChecker::Declaration(bool global) {
     Report(ProblemCode::WordSyntax, token, "the declaration goes on with what does not belong there",
            "Between declarations stands a comma, and nothing behind the type: error 1.");
   return false;
+}
+
+// Behind "["; the token behind the "]" is current afterwards.
+bool ScriptChecker::Size() {
+  const Token& open = m_reader.Current();
+  Operand size;
+  if (!Index(size))
+    return false;
+  if (size.number && (*size.number < 1 || *size.number >= kLargestArray + 1)) {
+    Report(ProblemCode::IndexBounds, open, "an array has 1 to 16000 elements", "Any other size is error 32.");
+    return false;
+  }
+  m_reader.Next();
+  return true;
 }
 
 // "as" is the current token; what stands behind the type is afterwards.
@@ -144,10 +151,8 @@ bool ScriptChecker::Field() {
              "Anything else is error 1, and the type is not made. Write name as integer, or name[10] as char.");
       return false;
     }
-    Operand size;
-    if (!Index(size))
+    if (!Size())
       return false;
-    m_reader.Next();
   }
   if (m_reader.Current().keyword != KEYWORD_AS) {
     Report(ProblemCode::WordSyntax, name, "behind the field " + Quoted(name) + " stands as",

@@ -67,6 +67,7 @@ void ScriptChecker::PropertySheet(const Token& word) {
     return;
   }
   bool inPage = false;
+  bool hasPages = false;
   for (m_reader.Next(); m_reader.Current().command != COMMAND_ENDDIALOG; m_reader.Next()) {
     const Token& token = m_reader.Current();
     if (token.command == COMMAND_END_OF_PROGRAM) {
@@ -74,7 +75,7 @@ void ScriptChecker::PropertySheet(const Token& word) {
       return;
     }
     if (token.command == COMMAND_PAGE && !inPage) {
-      inPage = true;
+      inPage = hasPages = true;
       const int titles = Operands();
       if (titles >= 1)
         continue;
@@ -93,6 +94,8 @@ void ScriptChecker::PropertySheet(const Token& word) {
     LeaveBlock(COMMAND_ENDDIALOG);
     return;
   }
+  if (!hasPages)
+    Report(ProblemCode::DialogParameters, word, "the sheet has no pages", "This is error 42, and nothing is shown.");
 }
 
 // One token inside a dialog or page.
@@ -127,6 +130,8 @@ bool ScriptChecker::DialogLine() {
 }
 
 void ScriptChecker::Alter(const Token& word) {
+  if (!m_outline.showsDialogs)
+    Report(ProblemCode::NoDialog, word, "the script shows no dialog", "Without an open one this is error 43.");
   const Token& target = m_reader.Next();
   if (target.keyword != KEYWORD_WINDOW) {
     if (target.keyword != KEYWORD_CONTROL)

@@ -6,6 +6,8 @@
 #include "interpreter/language.h"
 #include "platform/unicode.h"
 
+#include <cmath>
+
 namespace brindle {
 
 namespace {
@@ -97,9 +99,7 @@ bool ScriptChecker::Level4(Operand& out) {
   --m_depth;
   if (!done)
     return false;
-  const bool broken = right.literal != nullptr && right.literal->kind == TOKEN_NUMBER &&
-                      right.literal->text.Find(u'.') >= 0 &&
-                      right.literal->number != static_cast<double>(static_cast<long long>(right.literal->number));
+  const bool broken = right.number && *right.number != std::trunc(*right.number);
   if (negative || broken)
     Report(ProblemCode::PowerExponent, sign, "the exponent counts multiplications",
            "A negative exponent and one below 1 leave the base as it is, 2.5 counts as 3. Write 1 / a ^ b, or sqr(a) "
@@ -114,8 +114,12 @@ bool ScriptChecker::Level5(Operand& out) {
     m_reader.Next();
   if (!Level6(out))
     return false;
-  if (isNegative)
-    out = Operand{.kinds = static_cast<ValueKinds>(kNumberValue | (out.kinds & kManyValues)), .calledWith = CString()};
+  const std::optional<double> number = out.number;
+  if (isNegative) {
+    out = Operand{.kinds = static_cast<ValueKinds>(kNumberValue | (out.kinds & kManyValues))};
+    if (number)
+      out.number = -*number;
+  }
   return true;
 }
 
@@ -159,6 +163,7 @@ bool ScriptChecker::Primitive(Operand& out) {
     CheckNumber(token);
     out.kinds = kNumberValue;
     out.literal = &token;
+    out.number = token.number;
     m_reader.Next();
     return true;
   case TOKEN_STRING:
@@ -198,8 +203,7 @@ bool ScriptChecker::Apply(const Token& sign, Operand& left, const Operand&) {
   if (unit == u'%')
     Report(ProblemCode::RemainderOperator, sign, "% gives no remainder",
            "a % b is a - (a / b) * b without cutting the quotient, which is 0 or nearly so. Write a - int(a / b) * b.");
-  left = Operand{.kinds = static_cast<ValueKinds>(left.kinds & (kNumberValue | kTextValue | kManyValues)),
-                 .calledWith = CString()};
+  left = Operand{.kinds = static_cast<ValueKinds>(left.kinds & (kNumberValue | kTextValue | kManyValues))};
   return true;
 }
 
@@ -378,12 +382,9 @@ ScriptChecker::Outcome ScriptChecker::Condition(const char* word) {
   if (!Expression(right))
     return Outcome::Fails;
   CheckComparison(sign, left, right);
-  const auto isNumber = [](const Operand& operand) {
-    return operand.literal != nullptr && operand.literal->kind == TOKEN_NUMBER;
-  };
-  if (!isNumber(left) || !isNumber(right) || operation == LOGICAL_ABOUT_EQUAL)
+  if (!left.number || !right.number || operation == LOGICAL_ABOUT_EQUAL)
     return Outcome::Unknown;
-  return Compare(operation, left.literal->number, right.literal->number) ? Outcome::Always : Outcome::Never;
+  return Compare(operation, *left.number, *right.number) ? Outcome::Always : Outcome::Never;
 }
 
 void ScriptChecker::CheckComparison(const Token& sign, const Operand& left, const Operand& right) {

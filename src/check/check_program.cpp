@@ -64,6 +64,8 @@ void ScriptChecker::CheckDefinitions() {
     CFuncDesc function;
     if (!m_reader.ReadDeclare(function))
       continue;
+    if (m_reader.Current().kind == TOKEN_LABEL)
+      m_declarationLabels.insert(m_reader.Current().start);
     const CFuncDesc* known = m_reader.FindFunction(function.m_strName);
     if (known != nullptr && known->m_nCode != FUNCTION_EXTERNAL)
       Report(ProblemCode::DuplicateDeclare, *word, "\"" + function.m_strName.ToUtf8() + "\" is a function already",
@@ -94,6 +96,8 @@ void ScriptChecker::CheckLabels() {
     CString lowered = name;
     lowered.MakeLower();
     for (const Token* label : places) {
+      if (m_declarationLabels.contains(label->start))
+        continue; // a type with a colon behind it
       const WordCodes codes = m_reader.MeaningOf(lowered);
       if (codes.command != COMMAND_NONE || codes.keyword != KEYWORD_NONE)
         Report(ProblemCode::LabelWord, *label, "\"" + name.ToUtf8() + ":\" is a label and not the word",
@@ -147,6 +151,10 @@ void ScriptChecker::CheckLiteral(const Token& literal) {
   if (text.find_first_of(u"\r\n") == std::u16string_view::npos)
     return;
   const bool closed = literal.end - literal.start == text.size() + 2;
+  // Meant to be long, it is followed by what may follow any operand.
+  const char16_t next = m_reader.UnitAt(literal.end);
+  if (closed && (IsDelimiterUnit(next) || next == u'#'))
+    return;
   Report(ProblemCode::LiteralOverLines, literal,
          closed ? "the literal goes on over the end of its line" : "the literal has no closing quote",
          closed ? "It holds the line end, and all up to the next quote. If that is not meant, a quote is missing."

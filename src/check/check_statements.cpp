@@ -37,12 +37,16 @@ void ScriptChecker::Assignment() {
 
   const ValueKinds known = isVariable ? KindsOf(target) : kAnyValue;
   if (isVariable && hasIndex && known == kUndefinedValue) {
-    const bool isFirst = index.literal != nullptr && index.literal->kind == TOKEN_NUMBER && index.literal->number < 1;
-    if (index.literal != nullptr && !isFirst)
+    if (index.number && *index.number >= 1)
       Report(ProblemCode::UndefinedArray, target, "the array " + Quoted(target) + " was never made",
              "An assignment makes element 0 only, any other is error 35. Write dim " + target.text.ToUtf8() +
                  "[size] first.");
   }
+  if (isVariable && hasIndex && index.number && (known & kUndefinedValue) == 0 &&
+      (*index.number <= -1 || (*index.number >= 1 && (known & kManyValues) == 0)))
+    Report(ProblemCode::IndexBounds, target, "the index is outside of " + Quoted(target),
+           "This is error 36: indices go from 0 to one less than the size. Write dim " + target.text.ToUtf8() +
+               "[size] for a larger array.");
   Operand value;
   const bool done = Expression(value);
   if (!done) {
@@ -197,6 +201,11 @@ void ScriptChecker::OpenFile() {
       hasNumber = true;
       Operand number;
       if (!Expression(number)) {
+        Recover();
+        return;
+      }
+      if (number.number && (*number.number < 1 || *number.number >= 257)) {
+        Report(ProblemCode::OpenNumber, token, "a file's number is from 1 to 256", "Any other is error 46.");
         Recover();
         return;
       }

@@ -24,6 +24,8 @@ ValueKinds ScriptChecker::KindsOf(const Token& name) const {
   if (IsGlobal(name.text))
     return kAnyValue;
   const int number = m_outline.NumberOf(name.lowered);
+  if (m_outline.levelNames.contains(name.lowered))
+    return kAnyValue;
   return number < 0 ? kAnyValue : m_state.variables[static_cast<std::size_t>(number)];
 }
 

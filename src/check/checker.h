@@ -29,9 +29,10 @@ namespace brindle {
 struct Operand {
   ValueKinds kinds = kAnyValue;
   const Token* literal = nullptr; // of an expression that is one literal
+  std::optional<double> number{}; // of one that is a number, with its sign
   const Token* name = nullptr;    // of one that is a plain variable
   const Token* call = nullptr;    // of one that is a call
-  CString calledWith;             // that call's first argument, when it is a text literal
+  CString calledWith{};           // that call's first argument, when it is a text literal
 };
 
 class ScriptChecker {
@@ -104,6 +105,7 @@ private:
   [[nodiscard]] bool Arguments(std::vector<Operand>& arguments);
   [[nodiscard]] bool CallBuiltIn(const Token& name, const CFuncDesc& function, const std::vector<Operand>& arguments,
                                  Operand& out);
+  [[nodiscard]] bool CheckArgumentValues(const Token& name, FUNCTION_TYPE code, const std::vector<Operand>& arguments);
   [[nodiscard]] bool CallProcedure(const Token& name, const std::vector<Operand>& arguments, bool wantsResult);
   [[nodiscard]] bool CallMember(const Token& name);
   void ReportUnknownFunction(const Token& name);
@@ -139,6 +141,7 @@ private:
   [[nodiscard]] bool DeclaredType(const Token& name, bool hasSize, bool global);
   void TypeBlock(const Token& word);
   [[nodiscard]] bool Field();
+  [[nodiscard]] bool Size();
   void DeclareStatement(const Token& word);
 
   // ---- check_dialogs.cpp
@@ -177,10 +180,10 @@ private:
   Context* m_context = nullptr;
   FlowState m_state;
   std::set<std::uint32_t> m_toWalk;
+  std::unordered_set<std::uint32_t> m_declarationLabels; // types of "declare" with a colon behind them
   std::unordered_set<std::uint32_t> m_reached; // starts of statements, by whatever way
   bool m_reporting = false;
   bool m_again = false;      // a meeting was found on a way already walked
-  bool m_runEnds = false;    // an error that ends the run was reported in the main program
   bool m_lastPrintLiteral = false;
   const Token* m_statement = nullptr; // the first token of the statement that was read last
   int m_depth = 0;           // of nested expressions

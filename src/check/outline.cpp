@@ -1,8 +1,13 @@
 #include "check/outline.h"
 
+#include <string_view>
+#include <utility>
+
 namespace brindle {
 
 namespace {
+
+constexpr std::u16string_view kLevelMark = u"__#";
 
 class OutlineScan {
 public:
@@ -12,8 +17,11 @@ public:
 
 private:
   void Name(const CString& lowered) {
+    if (const int mark = lowered.Find(CString(kLevelMark)); mark > 0)
+      m_outline.levelNames.insert(lowered.Left(mark));
     m_outline.numbers.try_emplace(lowered, static_cast<int>(m_outline.numbers.size()));
   }
+  void NoteMainProgram(const Token& token, BASIC_TOKEN_TYPE previous);
   void Head(const Token& word);
   void Declarations(bool global);
   void Type();
@@ -22,6 +30,7 @@ private:
 
   ScriptReader& m_reader;
   Outline& m_outline;
+  bool m_insideProcedure = false;
 };
 
 // Reads what the label scan of a run reads, and notes more of it.
@@ -31,6 +40,7 @@ void OutlineScan::Run() {
     const Token& token = m_reader.Next();
     const BASIC_TOKEN_TYPE previous = m_reader.PreviousKind();
     m_reader.StepOver();
+    NoteMainProgram(token, previous);
     switch (token.kind) {
     case TOKEN_LABEL: m_outline.labels[token.text].push_back(&token); break;
     case TOKEN_VARIABLE: Name(token.lowered); break;
@@ -62,6 +72,20 @@ void OutlineScan::Run() {
     m_reader.Resume(behind, TOKEN_COMMAND);
   }
   AddDeclared();
+}
+
+void OutlineScan::NoteMainProgram(const Token& token, BASIC_TOKEN_TYPE previous) {
+  const bool head = (token.command == COMMAND_FUNCTION || token.command == COMMAND_SUB) && previous == TOKEN_DELIMITER;
+  const bool end = token.command == COMMAND_ENDFUNCTION || token.command == COMMAND_ENDSUB;
+  if (head)
+    m_insideProcedure = true;
+  else if (end)
+    m_insideProcedure = false;
+  else if (!m_insideProcedure && token.kind != TOKEN_DELIMITER && token.kind != TOKEN_COMMENT &&
+           token.kind != TOKEN_LABEL && token.command != COMMAND_REM && token.command != COMMAND_LIBRARY)
+    m_outline.hasMainProgram = m_outline.hasMainProgram || token.kind != TOKEN_STRING;
+  m_outline.showsDialogs =
+      m_outline.showsDialogs || token.command == COMMAND_DIALOG || token.command == COMMAND_PROPERTYSHEET;
 }
 
 // The parameter list is read as a call reads it.
@@ -122,10 +146,13 @@ void OutlineScan::Declarations(bool global) {
       }
     } else if (token->keyword == KEYWORD_AS && name != nullptr) {
       const Token& type = m_reader.Next();
-      if (type.kind == TOKEN_VARIABLE)
-        m_outline.records[name->text].insert(type.text);
-      else
+      if (type.kind == TOKEN_KEYWORD || m_reader.AtStatementEnd()) {
         m_reader.PutBack();
+        continue;
+      }
+      m_outline.records[name->text].insert(type.text);
+      if (const int mark = name->lowered.Find(CString(kLevelMark)); mark > 0)
+        m_outline.scopedRecords[name->lowered.Left(mark)].insert(type.text);
     }
   }
 }
@@ -170,6 +197,15 @@ Outline::Outline(ScriptReader& reader) {
   OutlineScan(reader, *this).Run();
   for (const CString& global : globals)
     numbers.try_emplace(GlobalKey(global), static_cast<int>(numbers.size()));
+}
+
+const std::set<CString>* Outline::RecordOf(const CString& name) const {
+  const auto record = records.find(name);
+  if (record != records.end())
+    return &record->second;
+  CString lowered = name;
+  const auto scoped = scopedRecords.find(lowered.MakeLower());
+  return scoped == scopedRecords.end() ? nullptr : &scoped->second;
 }
 
 } // namespace brindle

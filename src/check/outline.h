@@ -42,11 +42,17 @@ struct Outline {
   std::set<CString> globals;
   std::unordered_map<CString, CString> globalsByLowered;
   std::unordered_map<CString, int> numbers; // of names, lower-cased
-  bool asksForFiles = false;            // "findfiles" is called somewhere
+  std::unordered_map<CString, std::set<CString>> scopedRecords; // of names with a level, which is left out
+  std::set<CString> levelNames; // that are named with a level somewhere, which is left out
+  bool hasMainProgram = false; // something stands outside of procedures
+  bool showsDialogs = false;
+  bool asksForFiles = false; // "findfiles" is called somewhere
   std::set<CString> createdPaths;       // literals behind "open" of an open for output
 
   explicit Outline(ScriptReader& reader);
 
+  // The types of the record of that name; null when there is none.
+  [[nodiscard]] const std::set<CString>* RecordOf(const CString& name) const;
   // Of a global, under its own spelling.
   [[nodiscard]] static CString GlobalKey(const CString& name) { return u"*" + name; }
   [[nodiscard]] int NumberOf(const CString& lowered) const {

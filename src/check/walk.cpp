@@ -52,9 +52,9 @@ FlowState ScriptChecker::EntryState(const Context& context) const {
     if (&other != &own)
       for (const int number : other.assigned)
         state.variables[static_cast<std::size_t>(number)] = kAnyValue | kUndefinedValue;
+  state.variables[static_cast<std::size_t>(m_outline.NumberOf(own.name->lowered))] = kUndefinedValue;
   for (const Token* parameter : own.parameters)
     state.variables[static_cast<std::size_t>(m_outline.NumberOf(parameter->lowered))] = kAnyValue;
-  state.variables[static_cast<std::size_t>(m_outline.NumberOf(own.name->lowered))] = kUndefinedValue;
   return state;
 }
 
@@ -185,6 +185,9 @@ bool ScriptChecker::Command(const Token& word) {
              "the procedure " + Quoted(*Procedure().name) + " has no endfunction or endsub",
              "Its body runs into the next definition, which is error 28. Write endfunction or endsub behind its last "
              "statement.");
+    } else if (!m_outline.hasMainProgram) {
+      Report(ProblemCode::NoMainProgram, word, "the script has procedures and no main program",
+             "As a library that is right; run by itself, it is error 28.");
     } else {
       Report(ProblemCode::ProcedureInFlow, word, "the main program runs into the definition of a procedure",
              "This is error 28, and the run ends. Write `end` behind the last statement of the main program.");
@@ -208,6 +211,10 @@ bool ScriptChecker::Command(const Token& word) {
   case COMMAND_THROW: ThrowStatement(); break;
   case COMMAND_WATCH: WatchStatement(); break;
   case COMMAND_DIALOG: Dialog(word); break;
+  case COMMAND_CLOSEDIALOG:
+    if (!m_outline.showsDialogs)
+      Report(ProblemCode::NoDialog, word, "the script shows no dialog", "Without an open one this is error 43.");
+    break;
   case COMMAND_PROPERTYSHEET: PropertySheet(word); break;
   case COMMAND_ALTER: Alter(word); break;
   case COMMAND_DECLARE: DeclareStatement(word); break;

@@ -14,15 +14,17 @@ bool ScriptChecker::If(const Token& word) {
       if (!dialect.empty())
         Report(ProblemCode::LogicalWord, next, Quoted(next) + " is no operator",
                "A condition is one comparison, and what follows is error 9. " + std::string(dialect));
-      else if (next.kind == TOKEN_LABEL && next.lowered == u"then")
+      else if (next.kind == TOKEN_LABEL && next.lowered == u"then") {
+        m_noLabels.insert(next.start);
         Report(ProblemCode::MissingThen, next, "\"then:\" is read as a label",
                "A word with a colon right behind it is a label: error 9. Write then without the colon.");
+      }
       else if (next.kind == TOKEN_DELIMITER && next.command != COMMAND_END_OF_LINE && next.text.GetLength() == 1 &&
                std::u16string_view(u"=<>!~").find(next.text.GetAt(0)) != std::u16string_view::npos)
         Report(ProblemCode::MissingThen, next, "a condition has one comparison",
                "Behind the second expression stands then: error 9. Nest two ifs.");
       else
-        Report(ProblemCode::MissingThen, next.command == COMMAND_END_OF_LINE ? word : next,
+        Report(ProblemCode::MissingThen, Blamed(next, word),
                "then is missing behind the condition", "This is error 9. Write if a = b then ... endif.");
     }
   }
@@ -81,6 +83,14 @@ bool ScriptChecker::Else(const Token& word) {
   return false;
 }
 
+// Which loops are open behind one that fails is anybody's guess.
+bool ScriptChecker::LoopFails() {
+  m_state.loops.clear();
+  m_state.loopsKnown = false;
+  Recover();
+  return true;
+}
+
 bool ScriptChecker::For(const Token& word) {
   const Token& variable = m_reader.Next();
   if (variable.kind != TOKEN_VARIABLE) {
@@ -89,29 +99,25 @@ bool ScriptChecker::For(const Token& word) {
              "It cannot count a loop: error 4. Take another name.");
     else
       Report(ProblemCode::WordSyntax, word, "behind for stands a variable", "This is error 4. Write for i = 1 to 10.");
-    Recover();
-    return true;
+    return LoopFails();
   }
   m_reader.Next();
   if (!m_reader.IsDelimiter(u'=')) {
     Report(ProblemCode::WordSyntax, variable, "behind the variable of for stands =",
            "This is error 4. Write for i = 1 to 10; there is no for each, loop from 0 to ubound(\"name\") - 1.");
-    Recover();
-    return true;
+    return LoopFails();
   }
   Operand start;
   if (!Expression(start)) {
-    Recover();
-    return true;
+    return LoopFails();
   }
   CheckGlobalCase(variable);
   SetKinds(variable, kNumberValue, false);
   const Token& to = m_reader.Next();
   if (to.command != COMMAND_TO) {
-    Report(ProblemCode::MissingTo, to.command == COMMAND_END_OF_LINE ? word : to, "to is missing",
+    Report(ProblemCode::MissingTo, Blamed(to, word), "to is missing",
            "This is error 10, and the body runs once. Write for i = 1 to 10.");
-    Recover();
-    return true;
+    return LoopFails();
   }
   Operand end;
   const Token& limit = m_reader.Peek();
@@ -122,8 +128,7 @@ bool ScriptChecker::For(const Token& word) {
     return true;
   }
   if (!Expression(end)) {
-    Recover();
-    return true;
+    return LoopFails();
   }
   if (start.number && *start.number == 0 && end.call != nullptr && end.call->lowered == u"ubound")
     Report(ProblemCode::UboundInclusive, *end.call, "the loop goes one element too far",
@@ -191,15 +196,12 @@ bool ScriptChecker::Next(const Token& word) {
 bool ScriptChecker::Do(const Token& word) {
   const Token& next = m_reader.Next();
   if (next.keyword != KEYWORD_WHILE) {
-    Report(ProblemCode::MissingWhile, next.command == COMMAND_END_OF_LINE ? word : next, "behind do stands while",
+    Report(ProblemCode::MissingWhile, Blamed(next, word), "behind do stands while",
            next.lowered == u"until"
                ? "There is no until: error 54. Write do while with the opposite comparison."
                : "This is error 54, and nothing is repeated; the condition stands at the top. Write do while a < b ... "
                  "loop.");
-    m_reader.FindEndOfLine();
-    m_state.loops.clear();
-    m_state.loopsKnown = false;
-    return true;
+    return LoopFails();
   }
   const Outcome outcome = Condition("do while");
   if (outcome == Outcome::Fails)
@@ -236,9 +238,11 @@ bool ScriptChecker::Loop(const Token& word) {
   }
   const OpenLoop loop = m_state.loops.back();
   m_state.loops.pop_back();
-  if (loop.isFor)
+  if (loop.isFor) {
     Report(ProblemCode::CrossedLoops, word, "the innermost loop here is a for",
-           "loop goes back into its body without counting, for ever. Close the for by next first.");
+           "loop goes back into its body once, without counting, and the for is over. Close the for by next first.");
+    return true;
+  }
   GoTo(loop.target, m_state);
   return false;
 }
@@ -254,7 +258,7 @@ bool ScriptChecker::Goto() {
   for (const auto& [other, places] : m_outline.labels)
     if (other.CompareNoCase(name.text) == 0)
       hint = "The letters of a label count, and this is error 7. Write " + other.ToUtf8() + ".";
-  Report(ProblemCode::UnknownLabel, name.command == COMMAND_END_OF_LINE ? *m_statement : name,
+  Report(ProblemCode::UnknownLabel, Blamed(name, *m_statement),
          "there is no label " + Quoted(name), std::move(hint));
   if (name.command == COMMAND_END_OF_LINE)
     m_reader.PutBack();

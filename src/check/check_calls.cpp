@@ -292,7 +292,7 @@ void ScriptChecker::ReportUnknownFunction(const Token& name) {
 void ScriptChecker::CallStatement() {
   const Token& name = m_reader.Next();
   if (name.kind != TOKEN_FUNCTION) {
-    Report(ProblemCode::CallParentheses, name.command == COMMAND_END_OF_LINE ? *m_statement : name,
+    Report(ProblemCode::CallParentheses, Blamed(name, *m_statement),
            "behind call stands a name with parentheses",
            "Without them, also when a blank stands in front of them, this is error 1. Write call name() or call "
            "name(a, b).");
@@ -307,7 +307,7 @@ void ScriptChecker::CallStatement() {
 void ScriptChecker::ThrowStatement() {
   const Token& name = m_reader.Next();
   if (name.kind != TOKEN_FUNCTION) {
-    Report(ProblemCode::CallParentheses, name.command == COMMAND_END_OF_LINE ? *m_statement : name,
+    Report(ProblemCode::CallParentheses, Blamed(name, *m_statement),
            "behind throw stands an event with parentheses",
            "Without them this is error 1. Write throw event() or throw event(a, b).");
     Recover();

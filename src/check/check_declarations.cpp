@@ -31,7 +31,7 @@ bool ScriptChecker::Declaration(bool global) {
       Report(ProblemCode::WordAsName, name, "\"" + Spelling(name) + "\" is a word of the language",
              "It cannot be a variable: error 1. Take another name.");
     else
-      Report(ProblemCode::WordSyntax, name.command == COMMAND_END_OF_LINE ? *m_statement : name,
+      Report(ProblemCode::WordSyntax, Blamed(name, *m_statement),
              "a declaration begins with a name", "Anything else is error 1. Write dim a, b[10].");
     return false;
   }
@@ -162,7 +162,7 @@ bool ScriptChecker::Field() {
   const Token& type = m_reader.Next();
   if (ScriptReader::IsFieldType(type.keyword))
     return true;
-  Report(ProblemCode::UnknownType, type.command == COMMAND_END_OF_LINE ? name : type,
+  Report(ProblemCode::UnknownType, Blamed(type, name),
          "the field " + Quoted(name) + " has no type of a field",
          "This is error 1, and the type is not made. There are char, integer, float, double and string.");
   return false;
@@ -172,7 +172,7 @@ void ScriptChecker::DeclareStatement(const Token& word) {
   CFuncDesc function;
   if (!m_reader.ReadDeclare(function)) {
     const Token& token = m_reader.Current();
-    Report(ProblemCode::WordSyntax, token.command == COMMAND_END_OF_LINE ? word : token,
+    Report(ProblemCode::WordSyntax, Blamed(token, word),
            "the declaration cannot be read from here on",
            "This is error 1. Write declare function name lib \"library\" (byval a as integer, b as string) as integer.");
     m_reader.PutBack();

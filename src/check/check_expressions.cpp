@@ -279,6 +279,7 @@ void ScriptChecker::NoOperand(const Token& token) {
                "This is an error. Names begin with a letter, numbers with a digit.");
     return;
   case TOKEN_LABEL:
+    m_noLabels.insert(token.start);
     Report(ProblemCode::MissingExpression, token, Quoted(token) + " is read as a label, not as a value",
              "A word with a colon right behind it is a label, and no operand: error 0. Put a blank in front of the colon.");
     return;

@@ -65,7 +65,7 @@ void ScriptChecker::CheckDefinitions() {
     if (!m_reader.ReadDeclare(function))
       continue;
     if (m_reader.Current().kind == TOKEN_LABEL)
-      m_declarationLabels.insert(m_reader.Current().start);
+      m_noLabels.insert(m_reader.Current().start);
     const CFuncDesc* known = m_reader.FindFunction(function.m_strName);
     if (known != nullptr && known->m_nCode != FUNCTION_EXTERNAL)
       Report(ProblemCode::DuplicateDeclare, *word, "\"" + function.m_strName.ToUtf8() + "\" is a function already",
@@ -96,7 +96,7 @@ void ScriptChecker::CheckLabels() {
     CString lowered = name;
     lowered.MakeLower();
     for (const Token* label : places) {
-      if (m_declarationLabels.contains(label->start))
+      if (m_noLabels.contains(label->start))
         continue; // a type with a colon behind it
       const WordCodes codes = m_reader.MeaningOf(lowered);
       if (codes.command != COMMAND_NONE || codes.keyword != KEYWORD_NONE)

@@ -251,7 +251,7 @@ void ScriptChecker::ExpressionList(const char* word, int fewest) {
 void ScriptChecker::MapStatement() {
   const Token& word = m_reader.Next();
   if (word.keyword != KEYWORD_CREATE && word.keyword != KEYWORD_CLEAR) {
-    Report(ProblemCode::MapWord, word.command == COMMAND_END_OF_LINE ? *m_statement : word,
+    Report(ProblemCode::MapWord, Blamed(word, *m_statement),
            "behind map stands create or clear",
            "Anything else is error 1 or 29. Write map create \"name\"; values go in by x = mapset(\"name\", key, value).");
     Recover();
@@ -265,7 +265,7 @@ void ScriptChecker::MapStatement() {
 void ScriptChecker::EventStatement() {
   const Token& word = m_reader.Next();
   if (word.keyword != KEYWORD_CREATE && word.keyword != KEYWORD_REMOVE) {
-    Report(ProblemCode::WordSyntax, word.command == COMMAND_END_OF_LINE ? *m_statement : word,
+    Report(ProblemCode::WordSyntax, Blamed(word, *m_statement),
            "behind event stands create or remove", "Anything else is an error. Write event create name handler.");
     Recover();
     return;
@@ -297,7 +297,7 @@ void ScriptChecker::WatchStatement() {
   const Token& word = m_reader.Next();
   const bool create = word.keyword == KEYWORD_CREATE;
   if (!create && word.keyword != KEYWORD_REMOVE) {
-    Report(ProblemCode::WordSyntax, word.command == COMMAND_END_OF_LINE ? *m_statement : word,
+    Report(ProblemCode::WordSyntax, Blamed(word, *m_statement),
            "behind watch stands create or remove", "Anything else is an error. Write watch create variable event.");
     Recover();
     return;

@@ -128,6 +128,7 @@ private:
   [[nodiscard]] bool If(const Token& word);
   [[nodiscard]] bool Else(const Token& word);
   [[nodiscard]] bool For(const Token& word);
+  bool LoopFails();
   [[nodiscard]] bool Next(const Token& word);
   [[nodiscard]] bool Do(const Token& word);
   [[nodiscard]] bool Loop(const Token& word);
@@ -167,6 +168,7 @@ private:
     if (m_reporting)
       m_problems.Add(code, start, end, std::move(message), std::move(hint));
   }
+  [[nodiscard]] static const Token& Blamed(const Token& token, const Token& otherwise);
   [[nodiscard]] static std::string Quoted(const Token& token);
   // As it stands in the text.
   [[nodiscard]] std::string Spelling(const Token& token) const;
@@ -180,7 +182,7 @@ private:
   Context* m_context = nullptr;
   FlowState m_state;
   std::set<std::uint32_t> m_toWalk;
-  std::unordered_set<std::uint32_t> m_declarationLabels; // types of "declare" with a colon behind them
+  std::unordered_set<std::uint32_t> m_noLabels; // tokens that look like labels and mean something else
   std::unordered_set<std::uint32_t> m_reached; // starts of statements, by whatever way
   bool m_reporting = false;
   bool m_again = false;      // a meeting was found on a way already walked

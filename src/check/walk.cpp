@@ -239,9 +239,19 @@ void ScriptChecker::EndOfText() {
            "statement.");
 }
 
-// What is left of a line that fails is not looked at: it would only repeat the fault.
+// What is left of a line that fails is not looked at: it would only repeat the fault. Behind a label that was met
+// instead of a value the line goes on.
 void ScriptChecker::Recover() {
+  if (m_reader.Current().kind == TOKEN_LABEL && m_reader.Position() == m_reader.Current().end)
+    return;
   m_reader.FindEndOfLine();
+}
+
+// Where to show a fault: at the token, or where a line ends too early at what it began with.
+const Token& ScriptChecker::Blamed(const Token& token, const Token& otherwise) {
+  const bool isEnd = token.kind == TOKEN_COMMENT || token.command == COMMAND_END_OF_LINE ||
+                     token.command == COMMAND_END_OF_PROGRAM;
+  return isEnd ? otherwise : token;
 }
 
 std::string ScriptChecker::Quoted(const Token& token) {

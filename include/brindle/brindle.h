@@ -1,11 +1,12 @@
 // Everything a host needs, in one include.
-// Room: ui. Used by: hosts.
+// Room: check. Used by: hosts.
 // Invariant: brings in every public header.
 #pragma once
 
 #include "brindle/automation.h"
 #include "brindle/automation_classes.h"
 #include "brindle/blowfish.h"
+#include "brindle/check.h"
 #include "brindle/collections.h"
 #include "brindle/component.h"
 #include "brindle/console_user_interface.h"

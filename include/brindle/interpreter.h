@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 class CBrindle;
@@ -42,6 +43,7 @@ class ScriptMap;
 class VariableSlot;
 class FastCompiler;
 class FastMachine;
+class ScriptReader;
 struct FastEntry;
 struct NameRef;
 struct Token;
@@ -114,6 +116,7 @@ private:
   friend class CBasicVariable;
   friend class brindle::FastCompiler;
   friend class brindle::FastMachine;
+  friend class brindle::ScriptReader;
   using Arguments = CBasicVariableArray;
   struct ProcedureScope;
   struct RunScope;
@@ -121,6 +124,7 @@ private:
 
   // ---- interpreter: running a program, reading position (program.cpp, position.cpp)
   bool LoadProgram(const CString& fileName);
+  void SetProgram(const CString& fileName, std::u16string text);
   template <class Body, class Release> void RunToAbort(Body body, Release release);
   void RunAlone(const std::function<void()>& body);
   template <class Body> void RunInside(Body body);
@@ -268,8 +272,7 @@ private:
   bool ExecMapOperation(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
 
   // ---- data: built-in functions (*_functions.cpp)
-  bool CheckCount(const Arguments& args, int count);
-  bool CheckLeast(const Arguments& args, int count);
+  bool CheckArguments(const Arguments& args, FUNCTION_TYPE type);
   bool ExecStringOperation(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
   bool ExecFormat(CBasicVariable& result, const CBasicVariable& value, const CString& format);
   bool ExecArithmetics(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);

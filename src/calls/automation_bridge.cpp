@@ -26,8 +26,8 @@ void FreeTexts(EXCEPINFO& info) {
 
 } // namespace
 
-bool CBrindle::ExecCreateObject(CBasicVariable& result, Arguments& args, FUNCTION_TYPE) {
-  if (!CheckCount(args, 1))
+bool CBrindle::ExecCreateObject(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type) {
+  if (!CheckArguments(args, type))
     return false;
   const CString identifier = args[0].GetStringValue();
   CString reason;

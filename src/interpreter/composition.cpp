@@ -1,7 +1,6 @@
 // Putting a program together from files: "library" and "include", before the run.
 #include "brindle/interpreter.h"
 #include "interpreter/error_numbers.h"
-#include "interpreter/inclusion_map.h"
 #include "interpreter/limits.h"
 #include "interpreter/script_loader.h"
 #include "interpreter/state.h"
@@ -13,19 +12,14 @@ using namespace brindle;
 
 namespace {
 
-// A name is looked up beside the running script when the script's own path has a folder.
-CString BesideScript(const CString& script, const CString& name) {
-  const std::size_t separator = script.View().find_last_of(u"/\\");
-  if (separator == std::u16string_view::npos || separator == 0)
-    return name;
-  return script.Left(static_cast<int>(separator) + 1) + name;
-}
+constexpr std::uint32_t kLineEndsBeforeInclude = 1;
 
 } // namespace
 
 bool CBrindle::LoadLibraries() {
-  InclusionMap files;
-  files.Add(0, m_pState->program->Length(), ResolvePath(m_pState->fileName.View()));
+  InclusionMap& files = m_pState->inclusions;
+  files = InclusionMap();
+  files.Add(0, m_pState->program->Length(), 0, ResolvePath(m_pState->fileName.View()));
   std::unordered_set<CString> loaded;
   int lines = 0;
 
@@ -62,14 +56,14 @@ bool CBrindle::LoadLibraries() {
     if (loaded.insert(name).second) {
       const std::uint32_t end = m_pState->program->Length();
       if (ExecLibrary(name))
-        files.Add(end, m_pState->program->Length() - end, file);
+        files.Add(end, m_pState->program->Length() - end, 0, file);
     }
     if (isInclude) {
       FindEOL();
       const std::uint32_t start = m_pState->position + 1;
       const std::uint32_t before = m_pState->program->Length();
       if (ExecInclude(name))
-        files.Add(start, m_pState->program->Length() - before, file);
+        files.Add(start, m_pState->program->Length() - before, kLineEndsBeforeInclude, file);
     }
     FindEOL();
   }
@@ -96,7 +90,7 @@ bool CBrindle::ExecInclude(const CString& name) {
   const bool atEnd = m_pState->position >= m_pState->program->Length();
   std::u16string text;
   text.reserve(file->size() + 4);
-  text.append(atEnd ? 2 : 1, u'\n');
+  text.append(kLineEndsBeforeInclude + (atEnd ? 1 : 0), u'\n');
   text += *file;
   text.append(2, u'\n');
   if (m_pState->program->Length() + text.size() > static_cast<std::size_t>(kLongestText))

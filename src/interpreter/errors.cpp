@@ -47,6 +47,10 @@ CString CBrindle::ErrorText(int number) {
 }
 
 void CBrindle::ReportError(int number) {
+  if (m_pState->errorListener != nullptr) {
+    m_pState->errorListener->OnError(number);
+    return;
+  }
   CUserInterface& userInterface = GetUserInterface();
   m_pState->lastError = ErrorText(number);
   // A copy: a timer's handler that fails while the box is up has an error of its own.

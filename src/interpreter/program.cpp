@@ -131,11 +131,15 @@ bool CBrindle::LoadProgram(const CString& fileName) {
   m_pState->token.kind = TOKEN_DELIMITER;
   if (!text)
     return false;
-  text->push_back(u'\n');
-  m_pState->program = std::make_shared<ProgramText>(std::move(*text));
+  SetProgram(fileName, std::move(*text));
+  return true;
+}
+
+void CBrindle::SetProgram(const CString& fileName, std::u16string text) {
+  text.push_back(u'\n');
+  m_pState->program = std::make_shared<ProgramText>(std::move(text));
   m_pState->fileName = fileName;
   Decrypt();
-  return true;
 }
 
 void CBrindle::RunProgram(const CString& fileName) {

@@ -43,7 +43,7 @@ void CBrindle::COMPortCloseAll() {
 }
 
 bool CBrindle::ExecComPortOperation(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type) {
-  if (!CheckLeast(args, 1))
+  if (!CheckArguments(args, type))
     return false;
   const int number = ToInt32(args[0].GetNumberValue());
   const auto key = static_cast<unsigned short>(number);
@@ -71,8 +71,6 @@ bool CBrindle::ExecComPortOperation(CBasicVariable& result, Arguments& args, FUN
     return true;
   }
   case FUNCTION_COMPORTWRITE: {
-    if (!CheckLeast(args, 2))
-      return false;
     ComPort* const port = COMPortFind(key);
     if (port == nullptr)
       result.SetValue(CString());

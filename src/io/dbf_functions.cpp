@@ -73,7 +73,7 @@ void CBrindle::FileFormatCloseAll() {
 }
 
 bool CBrindle::ExecDBFOperation(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type) {
-  if (!CheckLeast(args, 1))
+  if (!CheckArguments(args, type))
     return false;
   FileFormatTable& tables = m_pState->tables;
 
@@ -111,11 +111,6 @@ bool CBrindle::ExecDBFOperation(CBasicVariable& result, Arguments& args, FUNCTIO
   case FUNCTION_DBFAPPEND:
   case FUNCTION_DBFNUMRECORDS:
   case FUNCTION_DBFNUMFIELDS: result.SetValue(0); break;
-  case FUNCTION_DBFSEEK:
-  case FUNCTION_DBFDELETE:
-    if (!CheckLeast(args, 2))
-      return false;
-    break;
   default: break;
   }
   if (handle < 0) {

@@ -153,38 +153,30 @@ int WriteTextLines(FileHolder& file, CBasicVariable& result, CBasicVariableArray
 } // namespace
 
 bool CBrindle::ExecFileOperation(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type) {
-  if (!CheckLeast(args, 1))
-    return false;
+  if (args.IsEmpty())
+    return Fail(kErrorParameterCount);
   FileHolder* file = m_pState->files.Find(ToUint32(args[0].GetNumberValue()));
   if (file == nullptr)
     return Fail(kErrorFileHandle);
+  if (!CheckArguments(args, type))
+    return false;
   int error = 0;
   try {
     switch (type) {
     case FUNCTION_READ:
-      if (!CheckLeast(args, 3))
-        return false;
       error = ReadElements(*file, result, args);
       break;
     case FUNCTION_WRITE:
-      if (!CheckLeast(args, 3))
-        return false;
       error = WriteElements(*file, result, args[1], ToInt32(args[2].GetNumberValue()));
       break;
     case FUNCTION_READLINE: error = ReadTextLine(*file, result); break;
     case FUNCTION_READLIST:
-      if (!CheckLeast(args, 2))
-        return false;
       error = ReadNumberList(*file, result, args[1].GetStringValue());
       break;
     case FUNCTION_WRITELINE:
-      if (!CheckLeast(args, 2))
-        return false;
       error = WriteTextLines(*file, result, args);
       break;
     case FUNCTION_SEEK: {
-      if (!CheckLeast(args, 2))
-        return false;
       const std::uint32_t position = ToUint32(args[1].GetNumberValue());
       if (position >= file->GetLength())
         return false; // nothing moves, nothing is reported

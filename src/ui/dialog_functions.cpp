@@ -36,8 +36,8 @@ bool CBrindle::ExecSetFocus() {
   return true;
 }
 
-bool CBrindle::ExecAsk(CBasicVariable& result, Arguments& args, FUNCTION_TYPE) {
-  if (!CheckLeast(args, 1))
+bool CBrindle::ExecAsk(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type) {
+  if (!CheckArguments(args, type))
     return false;
   const CString question = args[0].GetStringValue();
   const bool yes = CallUserInterface([&] { return GetUserInterface().AskYesNo(question, CString()); });
@@ -61,8 +61,8 @@ bool CBrindle::ExecFileDlg(CBasicVariable& result, Arguments& args, FUNCTION_TYP
   return true;
 }
 
-bool CBrindle::ExecPopupMenu(CBasicVariable& result, Arguments& args, FUNCTION_TYPE) {
-  if (!CheckLeast(args, 1))
+bool CBrindle::ExecPopupMenu(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type) {
+  if (!CheckArguments(args, type))
     return false;
   CStringArray entries;
   for (CBasicVariable& argument : args) {
@@ -90,8 +90,8 @@ bool CBrindle::ExecWindowHandle(CBasicVariable& result, Arguments& args, FUNCTIO
 }
 
 // copydata(title, code, text): "OnCopyData" at the interpreter whose open dialog has that title
-bool CBrindle::ExecCopyData(CBasicVariable& result, Arguments& args, FUNCTION_TYPE) {
-  if (!CheckCount(args, 3))
+bool CBrindle::ExecCopyData(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type) {
+  if (!CheckArguments(args, type))
     return false;
   const CString title = args[0].GetStringValue();
   for (void* member : m_List) {
@@ -117,8 +117,8 @@ bool CBrindle::ExecSendMessage(CBasicVariable&, Arguments&, FUNCTION_TYPE) {
 }
 
 // controlvalue(id [, "selection" | "text"])
-bool CBrindle::ExecGetControlValue(CBasicVariable& result, Arguments& args, FUNCTION_TYPE) {
-  if (!CheckLeast(args, 1))
+bool CBrindle::ExecGetControlValue(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type) {
+  if (!CheckArguments(args, type))
     return false;
   const ScriptDialog* dialog = CurrentDialog();
   if (dialog == nullptr)

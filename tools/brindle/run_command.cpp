@@ -127,6 +127,7 @@ int BareCommand(const Words& words) {
   app.set_version_flag("--version", std::string("brindle ") + BRINDLE_VERSION);
   app.footer("Commands, as the first word (each with a --help of its own):\n"
              "  brindle run SCRIPT         runs a script, also one that is called like a command\n"
+             "  brindle check FILE...      says what is wrong with scripts, without running them\n"
              "  brindle encrypt IN OUT     writes the enciphered form of a script\n"
              "  brindle register FILE      lets scripts create objects of a server library\n"
              "  brindle unregister FILE    ends that");

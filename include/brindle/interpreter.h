@@ -5,6 +5,7 @@
 // Invariant: everything runs on the thread that called in.
 #pragma once
 
+#include "brindle/limits.h"
 #include "brindle/user_interface.h"
 #include "brindle/variable.h"
 
@@ -12,6 +13,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class CBrindle;
@@ -100,6 +102,17 @@ public:
   /// is what follows the "=". False, caption unchanged, otherwise and for an unreadable file.
   [[nodiscard]] static bool IsExtensionScript(const CString& path, CString& caption);
 
+  /// What scripts are allowed from the next run on. False, and nothing changes, when the root is no folder that can be
+  /// opened, or inside a run. Drops a stop that was asked for and not met yet.
+  [[nodiscard]] bool SetLimits(const CExecutionLimits& limits);
+  /// Ends the run, event or tick in progress at its next statement, with the text 64 and without a box, scripts that it
+  /// runs by "run" included. What waits for input, or for a serial line, stops waiting. Asked for while nothing runs,
+  /// it meets the next run. The one member that may be called on any thread and in a signal handler, as long as the
+  /// interpreter lives.
+  void RequestStop() noexcept;
+  /// Whether a stop was asked for or a budget is used up: what a host function that takes long may look at.
+  [[nodiscard]] bool IsStopRequested() const noexcept;
+
   /// Where this interpreter's boxes and dialogs go; null: the process-wide default. Borrowed.
   void SetUserInterface(CUserInterface* userInterface) noexcept;
   [[nodiscard]] CUserInterface& GetUserInterface() const noexcept;
@@ -118,7 +131,8 @@ private:
   bool LoadProgram(const CString& fileName);
   template <class Body, class Release> void RunToAbort(Body body, Release release);
   void RunHandlers(CStringArray& handlers, Arguments& args);
-  void RunProgram(const CString& fileName);
+  bool RunFile(const CString& fileName, bool isScripts);
+  void RunProgram(CString fileName);
   void RunLoop();
   bool RunCompiled();
   brindle::FastEntry* CompiledEntry();
@@ -146,6 +160,8 @@ private:
   // ---- interpreter: errors (errors.cpp)
   bool Fail(int number);
   [[noreturn]] void AbortWith(int number);
+  [[noreturn]] void AbortByBudget(std::optional<int> number);
+  void CountStatement();
   void CheckNesting();
 
   // ---- interpreter: tokens and tables (tokens.cpp, word_tables.cpp, function_table.cpp)
@@ -277,7 +293,7 @@ private:
   bool RunProcedure(const CFuncDesc& function, CBasicVariable& result, Arguments& args, bool isCall);
   bool BindParameters(const CFuncDesc& function, Arguments& args);
   bool RunBody();
-  BodyState StepBody();
+  BodyState StepBody(bool isCounted = false);
   bool ExecCall();
   bool FunctionsFree();
 

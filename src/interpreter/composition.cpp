@@ -14,18 +14,39 @@ using namespace brindle;
 namespace {
 
 // A name is looked up beside the running script when the script's own path has a folder.
-CString BesideScript(const CString& script, const CString& name) {
+CString BesideScript(const FileRoot* root, const CString& script, const CString& name) {
   const std::size_t separator = script.View().find_last_of(u"/\\");
-  if (separator == std::u16string_view::npos || separator == 0)
+  if (separator == std::u16string_view::npos || (separator == 0 && root == nullptr))
     return name;
   return script.Left(static_cast<int>(separator) + 1) + name;
+}
+
+// What two names of one file have in common.
+std::string FileOf(const FileRoot* root, const CString& name) {
+  return root != nullptr ? root->PathOf(name.View()).value_or(name.ToUtf8()) : ResolvePath(name.View());
+}
+
+// The lines of a file that the program takes in, or the number of an error.
+struct Part {
+  std::optional<std::u16string> text;
+  int error = kErrorSyntax;
+};
+
+Part LoadPart(const FileRoot* root, const CString& name) {
+  const FileRoot::Scope files(root);
+  Part part;
+  part.text = LoadScriptFile(name);
+  if (files.HasRefused())
+    part.error = kErrorNotAllowed;
+  return part;
 }
 
 } // namespace
 
 bool CBrindle::LoadLibraries() {
+  const FileRoot* const root = m_pState->budget->Root();
   InclusionMap files;
-  files.Add(0, m_pState->program->Length(), ResolvePath(m_pState->fileName.View()));
+  files.Add(0, m_pState->program->Length(), FileOf(root, m_pState->fileName));
   std::unordered_set<CString> loaded;
   int lines = 0;
 
@@ -53,7 +74,7 @@ bool CBrindle::LoadLibraries() {
       break;
     }
     const CString name = token.Text();
-    const std::string file = ResolvePath(BesideScript(m_pState->fileName, name).View());
+    const std::string file = FileOf(root, BesideScript(root, m_pState->fileName, name));
     if (isInclude && files.IsInside(token.token->start, file)) {
       ReportError(kErrorSyntax); // a file inside itself would never end
       FindEOL();
@@ -78,9 +99,10 @@ bool CBrindle::LoadLibraries() {
 }
 
 bool CBrindle::ExecLibrary(const CString& name) {
-  auto text = LoadScriptFile(BesideScript(m_pState->fileName, name));
+  const FileRoot* const root = m_pState->budget->Root();
+  auto [text, error] = LoadPart(root, BesideScript(root, m_pState->fileName, name));
   if (!text)
-    return Fail(kErrorSyntax);
+    return Fail(error);
   text->push_back(u'\n');
   if (m_pState->program->Length() + text->size() > static_cast<std::size_t>(kLongestText))
     return Fail(kErrorLoadingSource);
@@ -90,9 +112,10 @@ bool CBrindle::ExecLibrary(const CString& name) {
 
 // Inserts behind the end of the current line, at which the position stands.
 bool CBrindle::ExecInclude(const CString& name) {
-  const auto file = LoadScriptFile(BesideScript(m_pState->fileName, name));
+  const FileRoot* const root = m_pState->budget->Root();
+  const auto [file, error] = LoadPart(root, BesideScript(root, m_pState->fileName, name));
   if (!file)
-    return Fail(kErrorSyntax);
+    return Fail(error);
   const bool atEnd = m_pState->position >= m_pState->program->Length();
   std::u16string text;
   text.reserve(file->size() + 4);

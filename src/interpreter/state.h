@@ -13,6 +13,7 @@
 #include "data/record_type.h"
 #include "data/variable_store.h"
 #include "interpreter/control_stack.h"
+#include "interpreter/execution_budget.h"
 #include "interpreter/fast/machine.h"
 #include "interpreter/function_table.h"
 #include "interpreter/program_text.h"
@@ -62,6 +63,8 @@ struct InterpreterState {
   FastState fast;
 
   // The run.
+  std::shared_ptr<ExecutionBudget> budget = std::make_shared<ExecutionBudget>();
+  int levelsBelow = 0; // of the scripts that run this one by "run"
   bool stop = false;
   bool resident = false;
   int runDepth = 0;

@@ -6,8 +6,12 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
 #include <functional>
 #include <iostream>
+#include <limits>
 #include <map>
 #include <string>
 #include <string_view>
@@ -23,6 +27,7 @@ struct Options {
   CConsoleUserInterface::ErrorPolicy errorPolicy = CConsoleUserInterface::ErrorPolicy::Automatic;
   std::string codePage = "UTF-8";
   std::string route = "auto";
+  CExecutionLimits limits;
 };
 
 bool SetRoute(const std::string& name) {
@@ -45,6 +50,11 @@ bool RunScript(const Options& options, CUserInterface& userInterface, const std:
   bool loaded = false;
   {
     CBrindle interpreter;
+    if (!interpreter.SetLimits(options.limits)) {
+      std::cerr << "brindle: no such folder: " << CEnvironment::PathToNative(options.limits.root) << '\n';
+      CUserInterface::SetDefault(nullptr);
+      return false;
+    }
     loaded = interpreter.ExecuteProgram(CEnvironment::PathFromNative(options.scripts.front()));
     if (loaded && interpreter.IsResident())
       serve();
@@ -98,6 +108,10 @@ int main(int argc, char** argv) {
       {"ask", Policy::Ask}, {"continue", Policy::Continue}, {"abort", Policy::Abort}};
 
   Options options;
+  double seconds = 0;
+  std::uint64_t mebibytes = 0;
+  std::string root;
+  std::vector<std::string> forbidden;
   CLI::App app("Runs a Brindle script.", "brindle");
   app.set_version_flag("--version", std::string("brindle ") + BRINDLE_VERSION);
   app.footer(
@@ -112,6 +126,19 @@ int main(int argc, char** argv) {
   app.add_option("--route", options.route,
                  "For tests: auto, parser, eager or eager:N (give up at every N-th operation)")
       ->group("");
+  constexpr std::uint64_t kMostMebibytes = std::uint64_t{1} << 30;
+  app.add_option("--max-statements", options.limits.statements, "End the run after so many statements")
+      ->check(CLI::Range(std::uint64_t{1}, std::numeric_limits<std::uint64_t>::max()));
+  app.add_option("--max-seconds", seconds, "End the run after so many seconds, 0.5 for half of one")
+      ->check(CLI::Range(0.001, 4'000'000.0));
+  app.add_option("--max-memory", mebibytes, "End the run when its data takes so many MiB")
+      ->check(CLI::Range(std::uint64_t{1}, kMostMebibytes));
+  app.add_option("--max-depth", options.limits.callDepth, "End the run when so many procedure calls nest")
+      ->check(CLI::Range(1, std::numeric_limits<int>::max()));
+  app.add_option("--root", root, "A folder that no path of the script leads out of");
+  app.add_option("--forbid", forbidden, "What the script may not use: runexe, externals, automation, serial")
+      ->delimiter(',')
+      ->check(CLI::IsMember({"runexe", "externals", "automation", "serial"}));
   app.add_option("SCRIPT", options.scripts, "The script file")->required();
 
   try {
@@ -120,10 +147,22 @@ int main(int argc, char** argv) {
       throw CLI::ValidationError("SCRIPT", "one script at a time");
     if (!SetRoute(options.route))
       throw CLI::ValidationError("--route", "unknown route " + options.route);
+    if (app.count("--root") > 0 && root.empty())
+      throw CLI::ValidationError("--root", "no folder named");
     if (!CEnvironment::SetAnsiCodePage(options.codePage))
       throw CLI::ValidationError("--codepage", "unknown code page " + options.codePage);
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? kRan : kUsage;
   }
+  options.limits.milliseconds = static_cast<std::uint32_t>(std::ceil(seconds * 1000));
+  options.limits.bytes = mebibytes << 20;
+  options.limits.root = CEnvironment::PathFromNative(root);
+  const auto forbids = [&forbidden](const char* what) {
+    return std::find(forbidden.begin(), forbidden.end(), what) != forbidden.end();
+  };
+  options.limits.noPrograms = forbids("runexe");
+  options.limits.noLibraries = forbids("externals");
+  options.limits.noAutomation = forbids("automation");
+  options.limits.noSerialPorts = forbids("serial");
   return Run(options);
 }

@@ -58,7 +58,7 @@ private:
                                    bool whenTrue = false);
   [[nodiscard]] FastEntry* EntryBehindSkip(COMMAND_TYPE open, COMMAND_TYPE close, COMMAND_TYPE middle);
   const Token& Significant(std::uint32_t position);
-  void BeginStatement(FastEntry& entry);
+  void BeginStatement(FastEntry& entry, const Token& first);
   void DropStatement(std::size_t firstCell);
 
   // ---- expressions (compile_expressions.cpp)
@@ -125,6 +125,7 @@ private:
   std::uint32_t m_recordedNames = 0; // arguments that a call in progress has read
   std::uint32_t m_next = 0;          // position behind the statement
   bool m_fallsThrough = true;
+  bool m_isCounting;
 };
 
 } // namespace brindle

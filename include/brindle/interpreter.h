@@ -161,6 +161,7 @@ private:
   bool Fail(int number);
   [[noreturn]] void AbortWith(int number);
   [[noreturn]] void AbortByBudget(std::optional<int> number);
+  void CheckCallDepth();
   void CountStatement();
   void CheckNesting();
 

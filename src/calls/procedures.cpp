@@ -74,9 +74,7 @@ bool CBrindle::ExecUserFunction(const CString& name, CBasicVariable& result, Arg
 }
 
 bool CBrindle::RunProcedure(const CFuncDesc& function, CBasicVariable& result, Arguments& args, bool isCall) {
-  const int deepest = m_pState->budget->Limits().callDepth;
-  if (deepest > 0 && m_pState->levelsBelow + m_pState->m_nScopeLevel > deepest)
-    AbortByBudget(kErrorCallLimit);
+  CheckCallDepth();
   const CString name = function.m_strName;
   ProcedureScope scope(*this, function);
   VariableUndefine(name); // the result starts undefined

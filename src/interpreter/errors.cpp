@@ -40,6 +40,13 @@ void CBrindle::AbortByBudget(std::optional<int> number) {
   throw ScriptAbort{this};
 }
 
+// Before a procedure or a script is entered.
+void CBrindle::CheckCallDepth() {
+  const int deepest = m_pState->budget->Limits().callDepth;
+  if (deepest > 0 && m_pState->levelsBelow + m_pState->m_nScopeLevel > deepest)
+    AbortByBudget(kErrorCallLimit);
+}
+
 // Before a statement whose first token is current. Those that compiled code passes over for nothing cost nothing here.
 void CBrindle::CountStatement() {
   const COMMAND_TYPE command = m_pState->token.command;

@@ -56,6 +56,7 @@ bool CBrindle::ExecRun(bool script) {
   if (runningScripts > kDeepestRun)
     AbortWith(kErrorUnrecoverable);
   CheckNesting();
+  CheckCallDepth();
   CBrindle child;
   child.SetUserInterface(m_pState->userInterface);
   child.m_pState->budget = m_pState->budget;

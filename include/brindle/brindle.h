@@ -14,6 +14,7 @@
 #include "brindle/dialog.h"
 #include "brindle/environment.h"
 #include "brindle/interpreter.h"
+#include "brindle/limits.h"
 #include "brindle/text.h"
 #include "brindle/user_interface.h"
 #include "brindle/variable.h"

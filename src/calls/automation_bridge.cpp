@@ -29,6 +29,10 @@ void FreeTexts(EXCEPINFO& info) {
 bool CBrindle::ExecCreateObject(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type) {
   if (!CheckArguments(args, type))
     return false;
+  if (m_pState->budget->Limits().noAutomation) {
+    result.SetValue(static_cast<IDispatch*>(nullptr));
+    return Fail(kErrorNotAllowed);
+  }
   const CString identifier = args[0].GetStringValue();
   CString reason;
   IDispatch* created = nullptr;

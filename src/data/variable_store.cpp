@@ -103,6 +103,7 @@ VariableSlot* VariableStore::MakeFrame(int level) {
     slots[place].MoveFrom(frame.slots[place]);
   for (std::size_t place = frame.count; place < kNumberTemporaries; ++place)
     slots[place].SetNumber(0);
+  MemoryAccount::Add((count - frame.count) * sizeof(VariableSlot));
   frame.slots = std::move(slots);
   frame.count = count;
   return frame.slots.get();

@@ -12,10 +12,12 @@
 
 #include "brindle/collections.h"
 #include "data/variable_slot.h"
+#include "platform/memory_account.h"
 
 #include <memory>
 #include <optional>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace brindle {
@@ -100,6 +102,10 @@ private:
   struct Frame {
     std::unique_ptr<VariableSlot[]> slots;
     std::size_t count = 0;
+
+    Frame() = default;
+    Frame(Frame&& other) noexcept : slots(std::move(other.slots)), count(std::exchange(other.count, 0)) {}
+    ~Frame() { MemoryAccount::Remove(count * sizeof(VariableSlot)); }
   };
 
   [[nodiscard]] VariableSlot* FindLocal(int number, int level) noexcept;

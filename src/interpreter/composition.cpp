@@ -14,12 +14,33 @@ namespace {
 
 constexpr std::uint32_t kLineEndsBeforeInclude = 1;
 
+// What two names of one file have in common.
+std::string FileOf(const FileRoot* root, const CString& name) {
+  return root != nullptr ? root->PathOf(name.View()).value_or(name.ToUtf8()) : ResolvePath(name.View());
+}
+
+// The lines of a file that the program takes in, or the number of an error.
+struct Part {
+  std::optional<std::u16string> text;
+  int error = kErrorSyntax;
+};
+
+Part LoadPart(const FileRoot* root, const CString& name) {
+  const FileRoot::Scope files(root);
+  Part part;
+  part.text = LoadScriptFile(name);
+  if (files.HasRefused())
+    part.error = kErrorNotAllowed;
+  return part;
+}
+
 } // namespace
 
 bool CBrindle::LoadLibraries() {
+  const FileRoot* const root = m_pState->budget->Root();
   InclusionMap& files = m_pState->inclusions;
   files = InclusionMap();
-  files.Add(0, m_pState->program->Length(), 0, ResolvePath(m_pState->fileName.View()));
+  files.Add(0, m_pState->program->Length(), 0, FileOf(root, m_pState->fileName));
   std::unordered_set<CString> loaded;
   int lines = 0;
 
@@ -47,7 +68,7 @@ bool CBrindle::LoadLibraries() {
       break;
     }
     const CString name = token.Text();
-    const std::string file = ResolvePath(BesideScript(m_pState->fileName, name).View());
+    const std::string file = FileOf(root, BesideScript(m_pState->fileName, name, root != nullptr));
     if (isInclude && files.IsInside(token.token->start, file)) {
       ReportError(kErrorSyntax); // a file inside itself would never end
       FindEOL();
@@ -72,9 +93,10 @@ bool CBrindle::LoadLibraries() {
 }
 
 bool CBrindle::ExecLibrary(const CString& name) {
-  auto text = LoadScriptFile(BesideScript(m_pState->fileName, name));
+  const FileRoot* const root = m_pState->budget->Root();
+  auto [text, error] = LoadPart(root, BesideScript(m_pState->fileName, name, root != nullptr));
   if (!text)
-    return Fail(kErrorSyntax);
+    return Fail(error);
   text->push_back(u'\n');
   if (m_pState->program->Length() + text->size() > static_cast<std::size_t>(kLongestText))
     return Fail(kErrorLoadingSource);
@@ -84,9 +106,10 @@ bool CBrindle::ExecLibrary(const CString& name) {
 
 // Inserts behind the end of the current line, at which the position stands.
 bool CBrindle::ExecInclude(const CString& name) {
-  const auto file = LoadScriptFile(BesideScript(m_pState->fileName, name));
+  const FileRoot* const root = m_pState->budget->Root();
+  const auto [file, error] = LoadPart(root, BesideScript(m_pState->fileName, name, root != nullptr));
   if (!file)
-    return Fail(kErrorSyntax);
+    return Fail(error);
   const bool atEnd = m_pState->position >= m_pState->program->Length();
   std::u16string text;
   text.reserve(file->size() + 4);

@@ -15,7 +15,8 @@ namespace brindle {
 // long or does not fit in memory.
 [[nodiscard]] std::optional<std::u16string> LoadScriptFile(const CString& path);
 
-// A name is looked up beside the running script when the script's path has a folder.
-[[nodiscard]] CString BesideScript(const CString& script, const CString& name);
+// A name is looked up beside the running script when the script's path has a folder; the one folder of a path like
+// "\name" counts only where that is the root of all that scripts can reach.
+[[nodiscard]] CString BesideScript(const CString& script, const CString& name, bool isRooted = false);
 
 } // namespace brindle

@@ -14,6 +14,7 @@
 #include "data/variable_store.h"
 #include "interpreter/control_stack.h"
 #include "interpreter/error_listener.h"
+#include "interpreter/execution_budget.h"
 #include "interpreter/fast/machine.h"
 #include "interpreter/function_table.h"
 #include "interpreter/inclusion_map.h"
@@ -65,6 +66,8 @@ struct InterpreterState {
   FastState fast;
 
   // The run.
+  std::shared_ptr<ExecutionBudget> budget = std::make_shared<ExecutionBudget>();
+  int levelsBelow = 0; // of the scripts that run this one by "run"
   bool stop = false;
   bool resident = false;
   int runDepth = 0;

@@ -50,6 +50,10 @@ bool CBrindle::ExecComPortOperation(CBasicVariable& result, Arguments& args, FUN
 
   switch (type) {
   case FUNCTION_COMPORTOPEN: {
+    if (m_pState->budget->Limits().noSerialPorts) {
+      result.SetValue(false);
+      return Fail(kErrorNotAllowed);
+    }
     auto port = std::make_unique<ComPort>(number);
     ApplyArguments(*port, args);
     // A device opens only once, so the port that the new one replaces must let go of it first.

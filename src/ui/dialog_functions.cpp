@@ -5,6 +5,7 @@
 #include "interpreter/user_interface_call.h"
 #include "platform/collections.h"
 #include "platform/number_text.h"
+#include "platform/path.h"
 #include "ui/script_dialog.h"
 
 using namespace brindle;
@@ -55,9 +56,23 @@ bool CBrindle::ExecFileDlg(CBasicVariable& result, Arguments& args, FUNCTION_TYP
   request.defaultExtension = textOf(1);
   request.filter = textOf(2);
   request.initialFolder = textOf(3);
+  // The user sees the system's paths, a script that is held to a root only those below it.
+  const FileRoot* const root = m_pState->budget->Root();
+  if (root != nullptr) {
+    const std::u16string folder = request.initialFolder.IsEmpty() ? u"\\" : std::u16string(request.initialFolder.View());
+    request.initialFolder = CString(PathFromNative(root->PathOf(folder).value_or(std::string())));
+  }
   const auto path = CallUserInterface([&] { return GetUserInterface().ChooseFile(request); });
-  if (path)
+  if (!path)
+    return true;
+  if (root == nullptr) {
     result.SetValue(*path);
+    return true;
+  }
+  const auto name = root->NameOf(ResolvePath(path->View()));
+  if (!name)
+    return Fail(kErrorNotAllowed);
+  result.SetValue(CString(*name));
   return true;
 }
 

@@ -1,5 +1,7 @@
 #include "run_command.h"
 
+#include "limit_options.h"
+
 #include <brindle/brindle.h>
 
 #include <functional>
@@ -14,6 +16,7 @@ struct Options {
   std::string onError;
   std::string codePage = "UTF-8";
   std::string route = "auto";
+  LimitOptions limits;
 };
 
 CConsoleUserInterface::ErrorPolicy PolicyOf(const Options& options) {
@@ -44,6 +47,12 @@ bool RunScript(const Options& options, CUserInterface& userInterface, const std:
   bool loaded = false;
   {
     CBrindle interpreter;
+    const CExecutionLimits limits = options.limits.Limits();
+    if (!interpreter.SetLimits(limits)) {
+      std::cerr << "brindle: no such folder: " << CEnvironment::PathToNative(limits.root) << '\n';
+      CUserInterface::SetDefault(nullptr);
+      return false;
+    }
     loaded = interpreter.ExecuteProgram(CEnvironment::PathFromNative(options.scripts.front()));
     if (loaded && interpreter.IsResident())
       serve();
@@ -92,10 +101,12 @@ void AddOptions(CLI::App& app, Options& options) {
   app.add_option("--route", options.route,
                  "For tests: auto, parser, eager or eager:N (give up at every N-th operation)")
       ->group("");
+  options.limits.AddTo(app);
   app.add_option("SCRIPT", options.scripts, "The script file")->type_name("");
 }
 
 void ApplySettings(const Options& options) {
+  options.limits.Check();
   if (!SetRoute(options.route))
     throw CLI::ValidationError("--route", "unknown route " + options.route);
   if (!CEnvironment::SetAnsiCodePage(options.codePage))

@@ -32,7 +32,7 @@ public:
   // One relaxed read: a stop was asked for, or a budget is used up.
   [[nodiscard]] bool IsStopping() const noexcept { return m_signal.IsRequested(); }
   // The same, and whether the time has run out meanwhile.
-  [[nodiscard]] bool ShouldStop() const noexcept { return m_signal.ShouldStop(); }
+  [[nodiscard]] bool ShouldStop() noexcept { return m_signal.ShouldStop(); }
   // One statement; false when it may not be run.
   [[nodiscard]] bool Take() noexcept {
     if (IsStopping()) [[unlikely]]

@@ -159,7 +159,7 @@ TEST_F(LimitsTest, memory_ends_what_grows) {
   const char* const programs[] = {
       "x = \"abcdefgh\"\ndo while 1 = 1\nx = x + x\nloop\n",
       "x = \"\"\ndo while 1 = 1\nx = x + \"abcdefgh\"\nloop\n",
-      "map m\ni = 0\ndo while 1 = 1\ni = i + 1\ncall mapset(\"m\", str(i), i)\nloop\n",
+      "map create \"m\"\ni = 0\ndo while 1 = 1\ni = i + 1\ncall mapset(\"m\", str(i), i)\nloop\n",
       "x = repeat(\"x\", 8000000)\n",
       "x = len(repeat(\"x\", 400000)) + len(repeat(\"y\", 400000)) + f(repeat(\"x\", 300000), repeat(\"y\", 300000))\n",
       "type t\nblock[2000000] as char\nendtype\ndim r as t\n",

@@ -174,6 +174,7 @@ private:
   void ReportOrGiveUp(int number);
   [[noreturn]] void AbortByBudget(std::optional<int> number);
   void CheckCallDepth();
+  [[nodiscard]] bool PathForOthers(CString& path);
   void CountStatement();
   void CheckNesting();
 

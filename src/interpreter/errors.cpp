@@ -5,6 +5,7 @@
 #include "interpreter/script_abort.h"
 #include "interpreter/state.h"
 #include "interpreter/user_interface_call.h"
+#include "platform/path.h"
 #include "platform/stack.h"
 #include "values/messages.h"
 
@@ -57,6 +58,17 @@ void CBrindle::AbortByBudget(std::optional<int> number) {
     CallUserInterface([&] { GetUserInterface().ShowNotice(text); });
   }
   throw ScriptAbort{this};
+}
+
+// A path of the script for those who open it by name; empty when there is no such file below the root. False, and
+// reported, when it leads out of the root.
+bool CBrindle::PathForOthers(CString& path) {
+  const FileRoot* const root = m_pState->budget->Root();
+  if (root == nullptr)
+    return true;
+  const FileRoot::Scope files(root);
+  path = CString(PathFromNative(root->PathOf(path.View()).value_or(std::string())));
+  return !files.HasRefused() || Fail(kErrorNotAllowed);
 }
 
 // Before a procedure or a script is entered.

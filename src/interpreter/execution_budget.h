@@ -76,7 +76,7 @@ private:
   bool m_wasReported = false;
   int m_nVerdict = kErrorNoText;
   int m_nEntries = 0;
-  std::int64_t m_nBytesHeld = 0;  // when the last outermost entry was left
+  std::int64_t m_nBytesHeld = 0;    // when the last outermost entry was left
   std::int64_t m_nFirstBalance = 0; // of the thread when the current one began
   CExecutionLimits m_limits;
   std::shared_ptr<const FileRoot> m_root;

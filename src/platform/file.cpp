@@ -191,9 +191,8 @@ bool CFile::Open(std::u16string_view path, unsigned flags) {
       openFlags |= O_TRUNC;
     }
   }
-  const int descriptor =
-      root != nullptr ? root->OpenFile(path, openFlags)
-                      : Uninterrupted([&] { return SystemOpen(nativePath.c_str(), openFlags); });
+  const int descriptor = root != nullptr ? root->OpenFile(path, openFlags)
+                                         : Uninterrupted([&] { return SystemOpen(nativePath.c_str(), openFlags); });
   if (descriptor < 0) {
     return false;
   }

@@ -107,6 +107,12 @@ bool CBrindle::ExecControl(std::vector<std::byte>& item, int& id, CString& handl
     return Fail(kErrorDialogControl);
   if (args.GetSize() < kControlParameters)
     return Fail(kErrorSyntax);
+  if (keyword == KEYWORD_BITMAP) {
+    CString picture = args[0].GetStringValue();
+    if (!PathForOthers(picture))
+      return false;
+    args[0].SetValue(picture);
+  }
   id = keyword == KEYWORD_OKBUTTON       ? CDialogWindow::kOk
        : keyword == KEYWORD_CANCELBUTTON ? CDialogWindow::kCancel
                                          : IntegerOf(args[1]);

@@ -51,7 +51,7 @@ struct FastState {
   static constexpr int kDeepestLevel = 50000; // frames are small, but each scope level has variables of its own
 
   FastMode mode = m_defaultMode;
-  int deepestLevel = kDeepestLevel; // the last one that makes calls here
+  int deepestLevel = kDeepestLevel;                 // the last one that makes calls here
   std::uint32_t giveUpEvery = m_defaultGiveUpEvery; // operations, in eager mode
   std::uint32_t untilGiveUp = m_defaultGiveUpEvery;
   std::vector<FastFrame> frames;

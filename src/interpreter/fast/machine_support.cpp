@@ -84,8 +84,8 @@ FastMachine::Way FastMachine::StepOn(const FastCell*& resume) {
 // The statement is run by the executing parser, which takes what was computed already from the tape.
 FastMachine::Way FastMachine::GiveUp(const FastCell* pc, const FastCell*& resume, bool isLoop) {
   // The statement was counted when it began, unless that is where it gives up.
-  const bool isCounted = m_budget.IsCounting() && !m_budget.IsStopping() &&
-                         pc->operation != FastCompiler::HandlerOf(FastOperation::Count);
+  const bool isCounted =
+      m_budget.IsCounting() && !m_budget.IsStopping() && pc->operation != FastCompiler::HandlerOf(FastOperation::Count);
   const FastChunk& chunk = *m_code.ChunkOf(pc);
   const auto index = static_cast<std::size_t>(pc - chunk.cells.data());
   FastStatement& statement = isLoop ? *chunk.statements[index]->loop : *chunk.statements[index];

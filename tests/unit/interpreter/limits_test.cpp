@@ -163,8 +163,9 @@ TEST_F(LimitsTest, memory_ends_what_grows) {
       "x = \"\"\ndo while 1 = 1\nx = x + \"abcdefgh\"\nloop\n",
       "map create \"m\"\ni = 0\ndo while 1 = 1\ni = i + 1\ncall mapset(\"m\", str(i), i)\nloop\n",
       "x = repeat(\"x\", 8000000)\n",
-      "x = len(repeat(\"x\", 400000)) + len(repeat(\"y\", 400000)) + f(repeat(\"x\", 300000), repeat(\"y\", 300000))\n",
-      "type t\nblock[2000000] as char\nendtype\ndim r as t\n",
+      "x = g(repeat(\"x\", 400000), repeat(\"y\", 400000))\nend\nfunction g(a, b)\ng = 1\nendfunction\n",
+      "type t\na[16000] as double\nb[16000] as double\nc[16000] as double\nd[16000] as double\ne[16000] as double\n"
+      "f[16000] as double\ng[16000] as double\nh[16000] as double\nendtype\ndim r as t\n",
       "call down(0)\nend\nsub down(n)\ncall down(n + 1)\nendsub\n",
       "dim a[10000]\nfor i = 0 to 9999\na[i] = repeat(\"x\", 500)\nnext\n",
   };

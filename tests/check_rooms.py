@@ -5,7 +5,7 @@ Every folder of src/ is a room; a header of include/brindle belongs to the room
 that its opening comment names.  A file may include headers of its own room and
 of the rooms that its room stands on, nothing else:
 
-    platform <- values <- interpreter <- data, calls, io <- ui <- tools
+    platform <- values <- interpreter <- data, calls, io <- ui <- check <- tools
 
 Components, which stand beside the library, include public headers only.
 
@@ -33,7 +33,8 @@ MAY_INCLUDE = {
     "calls": BELOW_DATA | {"calls"},
     "io": BELOW_DATA | {"io"},
     "ui": BELOW_DATA | {"data", "calls", "io", "ui"},
-    "tools": BELOW_DATA | {"data", "calls", "io", "ui", "tools"},
+    "check": BELOW_DATA | {"data", "calls", "io", "ui", "check"},
+    "tools": BELOW_DATA | {"data", "calls", "io", "ui", "check", "tools"},
     "components": BELOW_DATA | {"calls", "components"},  # public headers only
 }
 

@@ -11,6 +11,7 @@
 
 #include <cstddef>
 #include <exception>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -67,13 +68,18 @@ public:
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* members) override {
     if (count != 1)
       return DISP_E_UNKNOWNNAME;
-    for (std::size_t i = 0; i < m_names.size(); ++i) {
-      if (CString(names[0]).CompareNoCase(m_names[i]) == 0) {
-        members[0] = static_cast<DISPID>(i);
-        return S_OK;
-      }
-    }
     members[0] = DISPID_UNKNOWN;
+    try {
+      const CString name(names[0]);
+      for (std::size_t i = 0; i < m_names.size(); ++i) {
+        if (name.CompareNoCase(m_names[i]) == 0) {
+          members[0] = static_cast<DISPID>(i);
+          return S_OK;
+        }
+      }
+    } catch (const std::bad_alloc&) {
+      return E_OUTOFMEMORY;
+    }
     return DISP_E_UNKNOWNNAME;
   }
   HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID, LCID, WORD access, DISPPARAMS* passed, VARIANT* result,
@@ -95,6 +101,8 @@ public:
           return DISP_E_TYPEMISMATCH;
       }
       return Call(member, access, arguments, result != nullptr ? *result : dropped.value);
+    } catch (const std::bad_alloc&) {
+      return E_OUTOFMEMORY;
     } catch (const std::exception& failure) {
       if (exception != nullptr) {
         *exception = EXCEPINFO{};

@@ -5,6 +5,7 @@
 // Invariant: everything runs on the thread that called in.
 #pragma once
 
+#include "brindle/limits.h"
 #include "brindle/user_interface.h"
 #include "brindle/variable.h"
 
@@ -13,6 +14,8 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 class CBrindle;
@@ -42,6 +45,7 @@ class ScriptMap;
 class VariableSlot;
 class FastCompiler;
 class FastMachine;
+class ScriptReader;
 struct FastEntry;
 struct NameRef;
 struct Token;
@@ -105,6 +109,17 @@ public:
   /// is what follows the "=". False, caption unchanged, otherwise and for an unreadable file.
   [[nodiscard]] static bool IsExtensionScript(const CString& path, CString& caption);
 
+  /// What scripts are allowed from the next run on. False, and nothing changes, when the root is no folder that can be
+  /// opened, or inside a run. Drops a stop that was asked for and not met yet.
+  [[nodiscard]] bool SetLimits(const CExecutionLimits& limits);
+  /// Ends the run, event or tick in progress at its next statement, with the text 64 and without a box, scripts that it
+  /// runs by "run" included. What waits for input, or for a serial line, stops waiting. Asked for while nothing runs,
+  /// it meets the next run. The one member that may be called on any thread and in a signal handler, as long as the
+  /// interpreter lives.
+  void RequestStop() noexcept;
+  /// Whether a stop was asked for or a budget is used up: what a host function that takes long may look at.
+  [[nodiscard]] bool IsStopRequested() const noexcept;
+
   /// Where this interpreter's boxes and dialogs go; null: the process-wide default. Borrowed.
   void SetUserInterface(CUserInterface* userInterface) noexcept;
   [[nodiscard]] CUserInterface& GetUserInterface() const noexcept;
@@ -114,6 +129,7 @@ private:
   friend class CBasicVariable;
   friend class brindle::FastCompiler;
   friend class brindle::FastMachine;
+  friend class brindle::ScriptReader;
   using Arguments = CBasicVariableArray;
   struct ProcedureScope;
   struct RunScope;
@@ -121,10 +137,12 @@ private:
 
   // ---- interpreter: running a program, reading position (program.cpp, position.cpp)
   bool LoadProgram(const CString& fileName);
+  void SetProgram(const CString& fileName, std::u16string text);
   template <class Body, class Release> void RunToAbort(Body body, Release release);
   void RunAlone(const std::function<void()>& body);
   template <class Body> void RunInside(Body body);
-  void RunProgram(const CString& fileName);
+  bool RunFile(const CString& fileName, bool isScripts);
+  void RunProgram(CString fileName);
   void RunLoop();
   bool RunCompiled();
   brindle::FastEntry* CompiledEntry();
@@ -154,6 +172,9 @@ private:
   [[noreturn]] void AbortWith(int number);
   [[nodiscard]] CString ErrorText(int number);
   void ReportOrGiveUp(int number);
+  [[noreturn]] void AbortByBudget(std::optional<int> number);
+  void CheckCallDepth();
+  void CountStatement();
   void CheckNesting();
 
   // ---- interpreter: tokens and tables (tokens.cpp, word_tables.cpp, function_table.cpp)
@@ -268,8 +289,7 @@ private:
   bool ExecMapOperation(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
 
   // ---- data: built-in functions (*_functions.cpp)
-  bool CheckCount(const Arguments& args, int count);
-  bool CheckLeast(const Arguments& args, int count);
+  bool CheckArguments(const Arguments& args, FUNCTION_TYPE type);
   bool ExecStringOperation(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
   bool ExecFormat(CBasicVariable& result, const CBasicVariable& value, const CString& format);
   bool ExecArithmetics(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type);
@@ -285,7 +305,7 @@ private:
   bool RunProcedure(const CFuncDesc& function, CBasicVariable& result, Arguments& args, bool isCall);
   bool BindParameters(const CFuncDesc& function, Arguments& args);
   bool RunBody();
-  BodyState StepBody();
+  BodyState StepBody(bool isCounted = false);
   bool ExecCall();
   bool FunctionsFree();
 

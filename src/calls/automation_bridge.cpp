@@ -26,9 +26,13 @@ void FreeTexts(EXCEPINFO& info) {
 
 } // namespace
 
-bool CBrindle::ExecCreateObject(CBasicVariable& result, Arguments& args, FUNCTION_TYPE) {
-  if (!CheckCount(args, 1))
+bool CBrindle::ExecCreateObject(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type) {
+  if (!CheckArguments(args, type))
     return false;
+  if (m_pState->budget->Limits().noAutomation) {
+    result.SetValue(static_cast<IDispatch*>(nullptr));
+    return Fail(kErrorNotAllowed);
+  }
   const CString identifier = args[0].GetStringValue();
   CString reason;
   IDispatch* created = nullptr;
@@ -62,6 +66,8 @@ bool CBrindle::GetDispID(IDispatch* object, const CString& name, DISPID& member)
   CString thrown;
   const HRESULT code = CallObject(
       [&] { return object->GetIDsOfNames(IID_NULL, &text.bstrVal, 1, LOCALE_SYSTEM_DEFAULT, &member); }, thrown);
+  if (code == E_OUTOFMEMORY) // no answer, so the member may exist
+    thrown = ResultText(code);
   if (!thrown.IsEmpty())
     ReportAutomation(thrown);
   return SUCCEEDED(code);

@@ -124,6 +124,8 @@ bool CBrindle::ExecDeclare() {
     FindEOL();
     return false;
   }
+  if (m_pState->budget->Limits().noLibraries)
+    return Fail(kErrorNotAllowed);
   if (!AddFunction(function.get()))
     return false;
   function.release();

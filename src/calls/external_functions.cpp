@@ -11,7 +11,7 @@ using namespace brindle;
 namespace {
 
 // "NAME.dll", else "NAME.so" and "libNAME.so", in the same folder if the name has one.
-SharedLibrary OpenByStatedName(const CString& library) {
+SharedLibrary OpenByStatedName(const CString& library, const FileRoot* root) {
   const std::u16string_view stated = library.View();
   const std::u16string_view folder = DirectoryPart(stated);
   const std::u16string name(stated.substr(0, stated.size() - std::u16string_view(kLibraryEnding).size()));
@@ -19,7 +19,10 @@ SharedLibrary OpenByStatedName(const CString& library) {
                                        std::u16string(folder) + u"lib" + name.substr(folder.size()) + u".so"};
   for (const std::u16string& candidate : candidates) {
     std::string reason; // the script is told by a number
-    const std::string path = folder.empty() ? PathToNative(candidate) : ResolvePath(candidate);
+    // Below a root no folder is searched: the name is that of a file.
+    const std::string path = root != nullptr  ? root->PathOf(candidate).value_or(std::string())
+                             : folder.empty() ? PathToNative(candidate)
+                                              : ResolvePath(candidate);
     if (const SharedLibrary opened = SharedLibrary::Open(path, reason); opened.IsOpen())
       return opened;
   }
@@ -31,9 +34,11 @@ SharedLibrary OpenByStatedName(const CString& library) {
 bool CBrindle::ExecExternalFunction(CFuncDesc& function, CBasicVariable& result, Arguments& args) {
   // Load and resolve.
   if (function.m_pRoutine == nullptr) {
-    const SharedLibrary library = OpenByStatedName(function.m_strLibrary);
+    const FileRoot* const root = m_pState->budget->Root();
+    const FileRoot::Scope files(root);
+    const SharedLibrary library = OpenByStatedName(function.m_strLibrary, root);
     if (!library.IsOpen())
-      return Fail(kErrorLibraryName);
+      return Fail(files.HasRefused() ? kErrorNotAllowed : kErrorLibraryName);
     function.m_pRoutine = library.FindSymbol(function.m_strEntryName.ToUtf8());
     if (function.m_pRoutine == nullptr)
       return Fail(kErrorRoutineName);

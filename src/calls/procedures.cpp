@@ -74,6 +74,7 @@ bool CBrindle::ExecUserFunction(const CString& name, CBasicVariable& result, Arg
 }
 
 bool CBrindle::RunProcedure(const CFuncDesc& function, CBasicVariable& result, Arguments& args, bool isCall) {
+  CheckCallDepth();
   const CString name = function.m_strName;
   ProcedureScope scope(*this, function);
   VariableUndefine(name); // the result starts undefined
@@ -139,7 +140,7 @@ bool CBrindle::RunBody() {
 }
 
 // One step through a body; its token has been read.
-CBrindle::BodyState CBrindle::StepBody() {
+CBrindle::BodyState CBrindle::StepBody(bool isCounted) {
   const TokenState& token = m_pState->token;
   if (EndsBody(token.command))
     return BodyState::Ended;
@@ -152,6 +153,8 @@ CBrindle::BodyState CBrindle::StepBody() {
   case TOKEN_FIELD:
   case TOKEN_FIELD_UNKNOWN:
   case TOKEN_COMMAND:
+    if (!isCounted)
+      CountStatement();
     Exec_command();
     // A statement may have run into the end of the body, or have ended the program.
     return m_pState->stop || EndsBody(token.command) ? BodyState::Ended : BodyState::GoesOn;

@@ -36,10 +36,10 @@ double Extreme(const CBasicVariableArray& args, bool largest) {
 } // namespace
 
 bool CBrindle::ExecArithmetics(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type) {
-  if (args.IsEmpty()) {
+  if (args.IsEmpty())
     result.SetValue(0);
+  if (!CheckArguments(args, type))
     return false;
-  }
   const double x = args[0].GetNumberValue();
   switch (type) {
   case FUNCTION_SIN: result.SetValue(std::sin(x)); return true;
@@ -59,11 +59,7 @@ bool CBrindle::ExecArithmetics(CBasicVariable& result, Arguments& args, FUNCTION
   case FUNCTION_HIWORD: result.SetValue(AsInteger(ToUint32(x) >> 16)); return true;
   case FUNCTION_SWAP: result.SetValue(AsInteger(ReversedBytes(ToUint32(x)))); return true;
   case FUNCTION_MAX:
-  case FUNCTION_MIN:
-    if (!CheckLeast(args, 2))
-      return false;
-    result.SetValue(Extreme(args, type == FUNCTION_MAX));
-    return true;
+  case FUNCTION_MIN: result.SetValue(Extreme(args, type == FUNCTION_MAX)); return true;
   case FUNCTION_UBOUND: result.SetValue(GetVariableSize(args[0].GetStringValue())); return true;
   case FUNCTION_RAND: result.SetValue(ToInt32(m_pState->random.Next() * x * kRandomScale)); return true;
   case FUNCTION_RAD2DMS: result.SetValue(RadiansToPacked(x)); return true;
@@ -72,10 +68,9 @@ bool CBrindle::ExecArithmetics(CBasicVariable& result, Arguments& args, FUNCTION
   }
 }
 
-bool CBrindle::ExecPointOffset(CBasicVariable& result, Arguments& args, FUNCTION_TYPE) {
-  constexpr int kArguments = 7;
+bool CBrindle::ExecPointOffset(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type) {
   constexpr double kSamePoint = 1e-12;
-  if (args.GetSize() < kArguments)
+  if (!CheckArguments(args, type))
     return false;
   const auto number = [&args](int i) { return args[i].GetNumberValue(); };
   const double x1 = number(0);

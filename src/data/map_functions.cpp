@@ -83,9 +83,9 @@ bool CBrindle::ExecMap() {
 }
 
 bool CBrindle::ExecMapOperation(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type) {
-  const bool namesOnly = type == FUNCTION_MAPGETKEYS || type == FUNCTION_MAPGETVALUES;
-  if (!CheckCount(args, namesOnly ? 1 : type == FUNCTION_MAPSET ? 3 : 2))
+  if (!CheckArguments(args, type))
     return false;
+  const bool namesOnly = type == FUNCTION_MAPGETKEYS || type == FUNCTION_MAPGETVALUES;
   const CString name = args[0].GetStringValue();
   const CString key = namesOnly ? CString() : args[1].GetStringValue();
   switch (type) {

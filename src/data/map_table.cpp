@@ -13,7 +13,7 @@ void ScriptMap::MakeRoom() {
   std::size_t size = kFewest;
   while (size < 4 * (m_nLive + 1))
     size *= 2;
-  std::vector<Place> places(size);
+  std::vector<Place, AccountedAllocator<Place>> places(size);
   std::erase(m_entries, nullptr);
   for (std::size_t i = 0; i < m_entries.size(); ++i) {
     const std::uint32_t hash = m_entries[i]->key.Hash();
@@ -62,7 +62,7 @@ void ScriptMap::Clear() noexcept {
   m_places.clear();
   m_nUsed = 0;
   m_nLive = 0;
-  const std::vector<std::unique_ptr<Entry>> removed = std::exchange(m_entries, {});
+  const Entries removed = std::exchange(m_entries, {});
 }
 
 } // namespace brindle

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "brindle/variable.h"
+#include "platform/memory_account.h"
 
 #include <cstdint>
 #include <memory>
@@ -35,6 +36,7 @@ private:
   struct Entry {
     CString key;
     CBasicVariable value;
+    [[no_unique_address]] AccountedPiece<sizeof(CString) + sizeof(CBasicVariable)> account = {};
   };
   // A key's hash beside its entry, so that most other keys are told apart without being looked at.
   struct Place {
@@ -59,10 +61,11 @@ private:
   }
   void MakeRoom();
 
-  std::vector<Place> m_places; // as many as a power of two
+  std::vector<Place, AccountedAllocator<Place>> m_places; // as many as a power of two
   std::size_t m_nUsed = 0;     // places that are not free
   std::size_t m_nLive = 0;
-  std::vector<std::unique_ptr<Entry>> m_entries; // null once the key was removed
+  using Entries = std::vector<std::unique_ptr<Entry>, AccountedAllocator<std::unique_ptr<Entry>>>;
+  Entries m_entries; // null once the key was removed
 };
 
 using MapTable = std::unordered_map<CString, std::unique_ptr<ScriptMap>>;

@@ -7,6 +7,7 @@
 
 #include "brindle/variable.h"
 #include "interpreter/language.h"
+#include "platform/memory_account.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -32,6 +33,8 @@ struct CTypeField {
 
 class CTypeStructure {
 public:
+  using Bytes = std::vector<std::byte, brindle::AccountedAllocator<std::byte>>;
+
   // Bytes of one element; an indirect text's is that of the reference.
   [[nodiscard]] static std::uint32_t ElementWidth(TYPE_DEFINITION type) noexcept;
 
@@ -42,7 +45,7 @@ public:
 
   [[nodiscard]] const std::vector<CTypeField>& Fields() const noexcept { return m_arrFields; }
   [[nodiscard]] std::uint32_t Size() const noexcept { return m_nSize; }
-  [[nodiscard]] std::vector<std::byte>& Block() noexcept { return m_pData; }
+  [[nodiscard]] Bytes& Block() noexcept { return m_pData; }
   // The first field of exactly that name, null when there is none.
   [[nodiscard]] const CTypeField* FindField(const CString& name) const noexcept;
 
@@ -53,6 +56,6 @@ public:
 
 private:
   std::vector<CTypeField> m_arrFields;
-  std::vector<std::byte> m_pData; // empty in a type
+  Bytes m_pData; // empty in a type
   std::uint32_t m_nSize = 0;
 };

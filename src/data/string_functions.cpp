@@ -7,16 +7,14 @@
 
 using namespace brindle;
 
-bool CBrindle::CheckCount(const Arguments& args, int count) {
-  if (args.GetSize() == count)
+// Too few, or too many for a function that minds. What its row in the function table says.
+bool CBrindle::CheckArguments(const Arguments& args, FUNCTION_TYPE type) {
+  const FunctionSignature& signature = m_pState->functions.SignatureOf(type);
+  if (signature.Accepts(args.GetSize()))
     return true;
-  return Fail(kErrorParameterCount);
-}
-
-bool CBrindle::CheckLeast(const Arguments& args, int count) {
-  if (args.GetSize() >= count)
-    return true;
-  return Fail(kErrorParameterCount);
+  if (signature.Reports(args.GetSize()))
+    ReportError(kErrorParameterCount);
+  return false;
 }
 
 namespace {
@@ -46,10 +44,10 @@ CString Repeated(const CString& text, int count) {
 } // namespace
 
 bool CBrindle::ExecStringOperation(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type) {
+  if (!CheckArguments(args, type))
+    return false;
   switch (type) {
   case FUNCTION_LEN:
-    if (!CheckLeast(args, 1))
-      return false;
     if (args[0].GetType() == BVT_STRING)
       result.SetValue(args[0].GetStringValue().GetLength());
     else
@@ -57,41 +55,29 @@ bool CBrindle::ExecStringOperation(CBasicVariable& result, Arguments& args, FUNC
     return true;
 
   case FUNCTION_LEFT:
-    if (!CheckCount(args, 2))
-      return false;
     result.SetValue(args[0].GetStringValue().Left(IntegerOf(args[1])));
     return true;
 
   case FUNCTION_RIGHT:
-    if (!CheckCount(args, 2))
-      return false;
     result.SetValue(args[0].GetStringValue().Right(IntegerOf(args[1])));
     return true;
 
   case FUNCTION_MID:
-    if (!CheckCount(args, 3))
-      return false;
     result.SetValue(args[0].GetStringValue().Mid(IntegerOf(args[1]), IntegerOf(args[2])));
     return true;
 
   case FUNCTION_INSTR:
-    if (!CheckCount(args, 2))
-      return false;
     result.SetValue(args[0].GetStringValue().Find(args[1].GetStringValue()));
     return true;
 
   case FUNCTION_LCASE:
   case FUNCTION_UCASE: {
-    if (!CheckLeast(args, 1))
-      return false;
     CString text = args[0].GetStringValue();
     result.SetValue(type == FUNCTION_LCASE ? text.MakeLower() : text.MakeUpper());
     return true;
   }
 
   case FUNCTION_REPLACE: {
-    if (!CheckCount(args, 3))
-      return false;
     CString text = args[0].GetStringValue();
     const CString oldText = args[1].GetStringValue();
     const CString newText = args[2].GetStringValue();
@@ -103,20 +89,14 @@ bool CBrindle::ExecStringOperation(CBasicVariable& result, Arguments& args, FUNC
   }
 
   case FUNCTION_VAL:
-    if (!CheckLeast(args, 1))
-      return false;
     result.SetValue(args[0].GetNumberValue());
     return true;
 
   case FUNCTION_STR:
-    if (!CheckLeast(args, 1))
-      return false;
     result.SetValue(args[0].GetStringValue());
     return true;
 
   case FUNCTION_REPEAT: {
-    if (!CheckLeast(args, 2))
-      return false;
     const CString text = args[0].GetStringValue();
     const int count = IntegerOf(args[1]);
     if (count <= 0 || text.IsEmpty()) {
@@ -130,13 +110,9 @@ bool CBrindle::ExecStringOperation(CBasicVariable& result, Arguments& args, FUNC
   }
 
   case FUNCTION_FORMAT:
-    if (!CheckCount(args, 2))
-      return false;
     return ExecFormat(result, args[0], args[1].GetStringValue());
 
   case FUNCTION_GETPATH: {
-    if (!CheckLeast(args, 1))
-      return false;
     const CString path = args[0].GetStringValue();
     const int last = path.ReverseFind(u'\\');
     if (last >= 1)
@@ -145,8 +121,6 @@ bool CBrindle::ExecStringOperation(CBasicVariable& result, Arguments& args, FUNC
   }
 
   case FUNCTION_GETNAME: {
-    if (!CheckLeast(args, 1))
-      return false;
     const CString path = args[0].GetStringValue();
     const int last = path.ReverseFind(u'\\');
     if (last >= 0 && last + 1 < path.GetLength())

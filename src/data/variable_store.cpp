@@ -103,6 +103,7 @@ VariableSlot* VariableStore::MakeFrame(int level) {
     slots[place].MoveFrom(frame.slots[place]);
   for (std::size_t place = frame.count; place < kNumberTemporaries; ++place)
     slots[place].SetNumber(0);
+  MemoryAccount::Add((count - frame.count) * sizeof(VariableSlot));
   frame.slots = std::move(slots);
   frame.count = count;
   return frame.slots.get();
@@ -193,27 +194,29 @@ int VariableStore::RemoveLevel(int level) {
   return removed;
 }
 
-std::vector<VariableStore::Place> VariableStore::PlacesOfObjects(int level) {
-  std::vector<Place> places;
-  if (!m_mayHoldObjects)
-    return places;
+bool VariableStore::FindObject(int level, Place& place) const noexcept {
   // The level that counts is the one behind the first mark of a key.
   const auto levelOf = [](const CString& key, int otherwise) {
     const std::size_t mark = key.View().find(kScopeMark);
     return mark == std::u16string_view::npos ? otherwise : ParseInteger(key.View().substr(mark + kScopeMark.size()));
   };
-  for (std::size_t frame = 0; frame < m_frames.size(); ++frame)
-    for (std::size_t place = kTemporaries; place < m_frames[frame].count; ++place)
-      if (m_frames[frame].slots[place].HoldsObject() &&
-          levelOf(m_names[place - kTemporaries].lowered, static_cast<int>(frame)) >= level)
-        places.push_back({false, frame, place - kTemporaries});
-  for (std::size_t name = 0; name < m_names.size(); ++name)
-    for (std::size_t i = 0; i < m_names[name].globals.size(); ++i)
-      if (m_names[name].globals[i]->slot.HoldsObject() && levelOf(m_names[name].globals[i]->spelling, 0) >= level)
-        places.push_back({true, name, i});
-  if (level <= 2) // nothing shallower is ever asked for
-    m_mayHoldObjects = !places.empty();
-  return places;
+  if (!place.global) {
+    for (; place.outer < m_frames.size(); ++place.outer, place.inner = 0) {
+      const Frame& frame = m_frames[place.outer];
+      for (; place.inner + kTemporaries < frame.count; ++place.inner)
+        if (frame.slots[place.inner + kTemporaries].HoldsObject() &&
+            levelOf(m_names[place.inner].lowered, static_cast<int>(place.outer)) >= level)
+          return true;
+    }
+    place = {true, 0, 0};
+  }
+  for (; place.outer < m_names.size(); ++place.outer, place.inner = 0) {
+    const auto& globals = m_names[place.outer].globals;
+    for (; place.inner < globals.size(); ++place.inner)
+      if (globals[place.inner]->slot.HoldsObject() && levelOf(globals[place.inner]->spelling, 0) >= level)
+        return true;
+  }
+  return false;
 }
 
 VariableSlot* VariableStore::At(const Place& place) noexcept {

@@ -12,10 +12,12 @@
 
 #include "brindle/collections.h"
 #include "data/variable_slot.h"
+#include "platform/memory_account.h"
 
 #include <memory>
 #include <optional>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace brindle {
@@ -54,8 +56,10 @@ public:
     std::size_t outer = 0; // frame, or number of a global's name
     std::size_t inner = 0; // number in the frame, or index among the globals of that name
   };
-  // The variables at that level and deeper that hold objects.
-  [[nodiscard]] std::vector<Place> PlacesOfObjects(int level);
+  // Moves `place` on to the next variable at that level or deeper that holds an object, which may be the one where it
+  // stands; false when there is none. Needs no memory: objects are let go when a run has ended for want of it.
+  [[nodiscard]] bool FindObject(int level, Place& place) const noexcept;
+  void NoteNoObjects() noexcept { m_mayHoldObjects = false; } // by a search of all procedures that found none
   // Null once the variable is gone.
   [[nodiscard]] VariableSlot* At(const Place& place) noexcept;
   void Clear() noexcept;
@@ -98,6 +102,10 @@ private:
   struct Frame {
     std::unique_ptr<VariableSlot[]> slots;
     std::size_t count = 0;
+
+    Frame() = default;
+    Frame(Frame&& other) noexcept : slots(std::move(other.slots)), count(std::exchange(other.count, 0)) {}
+    ~Frame() { MemoryAccount::Remove(count * sizeof(VariableSlot)); }
   };
 
   [[nodiscard]] VariableSlot* FindLocal(int number, int level) noexcept;

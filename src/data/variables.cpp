@@ -123,7 +123,11 @@ bool CBrindle::VariablesFree() {
 void CBrindle::ObjectVariablesFree(int level) {
   // Handlers of change events, and the objects' own ends, may remove variables: each step looks anew.
   VariableStore& store = m_pState->m_mapVariables;
-  for (const VariableStore::Place& place : store.PlacesOfObjects(level)) {
+  if (!store.MayHoldObjects())
+    return;
+  bool found = false;
+  for (VariableStore::Place place; store.FindObject(level, place); ++place.inner) {
+    found = true;
     VariableSlot* slot = store.At(place);
     const int current = slot == nullptr ? 0 : slot->GetCurIndex();
     for (int i = 0; slot != nullptr && i < slot->GetNumItems(); ++i) {
@@ -135,6 +139,9 @@ void CBrindle::ObjectVariablesFree(int level) {
     if (slot != nullptr)
       slot->SetCurIndex(current);
   }
+  constexpr int shallowest = 2; // no search ever begins above a procedure of the main program
+  if (!found && level <= shallowest)
+    store.NoteNoObjects();
 }
 
 bool CBrindle::ExecGetVarStats(CBasicVariable& result, Arguments&, FUNCTION_TYPE) {

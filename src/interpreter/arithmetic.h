@@ -1,5 +1,5 @@
 // What the operators of numbers and texts mean, for both ways of running a program.
-// Room: interpreter. Used by: operators, conditions, the fast route.
+// Room: interpreter. Used by: operators, conditions, the fast route, the check of scripts.
 // May touch: nothing.
 // Invariant: one definition each, so that the two ways cannot drift apart.
 #pragma once
@@ -7,6 +7,7 @@
 #include "interpreter/language.h"
 
 #include <cmath>
+#include <string_view>
 
 namespace brindle {
 
@@ -25,6 +26,9 @@ inline double PowerOf(double base, double exponent) {
     value *= base;
   return value;
 }
+
+// What a comparison's text means; none for a text that is no comparison.
+[[nodiscard]] LOGICAL_OPERATION ComparisonOf(std::u16string_view text) noexcept;
 
 template <class T> bool Compare(LOGICAL_OPERATION operation, const T& left, const T& right) {
   switch (operation) {

@@ -1,7 +1,6 @@
 // Putting a program together from files: "library" and "include", before the run.
 #include "brindle/interpreter.h"
 #include "interpreter/error_numbers.h"
-#include "interpreter/inclusion_map.h"
 #include "interpreter/limits.h"
 #include "interpreter/script_loader.h"
 #include "interpreter/state.h"
@@ -13,19 +12,35 @@ using namespace brindle;
 
 namespace {
 
-// A name is looked up beside the running script when the script's own path has a folder.
-CString BesideScript(const CString& script, const CString& name) {
-  const std::size_t separator = script.View().find_last_of(u"/\\");
-  if (separator == std::u16string_view::npos || separator == 0)
-    return name;
-  return script.Left(static_cast<int>(separator) + 1) + name;
+constexpr std::uint32_t kLineEndsBeforeInclude = 1;
+
+// What two names of one file have in common.
+std::string FileOf(const FileRoot* root, const CString& name) {
+  return root != nullptr ? root->PathOf(name.View()).value_or(name.ToUtf8()) : ResolvePath(name.View());
+}
+
+// The lines of a file that the program takes in, or the number of an error.
+struct Part {
+  std::optional<std::u16string> text;
+  int error = kErrorSyntax;
+};
+
+Part LoadPart(const FileRoot* root, const CString& name) {
+  const FileRoot::Scope files(root);
+  Part part;
+  part.text = LoadScriptFile(name);
+  if (files.HasRefused())
+    part.error = kErrorNotAllowed;
+  return part;
 }
 
 } // namespace
 
 bool CBrindle::LoadLibraries() {
-  InclusionMap files;
-  files.Add(0, m_pState->program->Length(), ResolvePath(m_pState->fileName.View()));
+  const FileRoot* const root = m_pState->budget->Root();
+  InclusionMap& files = m_pState->inclusions;
+  files = InclusionMap();
+  files.Add(0, m_pState->program->Length(), 0, FileOf(root, m_pState->fileName));
   std::unordered_set<CString> loaded;
   int lines = 0;
 
@@ -53,7 +68,7 @@ bool CBrindle::LoadLibraries() {
       break;
     }
     const CString name = token.Text();
-    const std::string file = ResolvePath(BesideScript(m_pState->fileName, name).View());
+    const std::string file = FileOf(root, BesideScript(m_pState->fileName, name, root != nullptr));
     if (isInclude && files.IsInside(token.token->start, file)) {
       ReportError(kErrorSyntax); // a file inside itself would never end
       FindEOL();
@@ -62,14 +77,14 @@ bool CBrindle::LoadLibraries() {
     if (loaded.insert(name).second) {
       const std::uint32_t end = m_pState->program->Length();
       if (ExecLibrary(name))
-        files.Add(end, m_pState->program->Length() - end, file);
+        files.Add(end, m_pState->program->Length() - end, 0, file);
     }
     if (isInclude) {
       FindEOL();
       const std::uint32_t start = m_pState->position + 1;
       const std::uint32_t before = m_pState->program->Length();
       if (ExecInclude(name))
-        files.Add(start, m_pState->program->Length() - before, file);
+        files.Add(start, m_pState->program->Length() - before, kLineEndsBeforeInclude, file);
     }
     FindEOL();
   }
@@ -78,9 +93,10 @@ bool CBrindle::LoadLibraries() {
 }
 
 bool CBrindle::ExecLibrary(const CString& name) {
-  auto text = LoadScriptFile(BesideScript(m_pState->fileName, name));
+  const FileRoot* const root = m_pState->budget->Root();
+  auto [text, error] = LoadPart(root, BesideScript(m_pState->fileName, name, root != nullptr));
   if (!text)
-    return Fail(kErrorSyntax);
+    return Fail(error);
   text->push_back(u'\n');
   if (m_pState->program->Length() + text->size() > static_cast<std::size_t>(kLongestText))
     return Fail(kErrorLoadingSource);
@@ -90,13 +106,14 @@ bool CBrindle::ExecLibrary(const CString& name) {
 
 // Inserts behind the end of the current line, at which the position stands.
 bool CBrindle::ExecInclude(const CString& name) {
-  const auto file = LoadScriptFile(BesideScript(m_pState->fileName, name));
+  const FileRoot* const root = m_pState->budget->Root();
+  const auto [file, error] = LoadPart(root, BesideScript(m_pState->fileName, name, root != nullptr));
   if (!file)
-    return Fail(kErrorSyntax);
+    return Fail(error);
   const bool atEnd = m_pState->position >= m_pState->program->Length();
   std::u16string text;
   text.reserve(file->size() + 4);
-  text.append(atEnd ? 2 : 1, u'\n');
+  text.append(kLineEndsBeforeInclude + (atEnd ? 1 : 0), u'\n');
   text += *file;
   text.append(2, u'\n');
   if (m_pState->program->Length() + text.size() > static_cast<std::size_t>(kLongestText))

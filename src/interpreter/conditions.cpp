@@ -29,6 +29,13 @@ constexpr std::u16string_view kSecondUnits = u"=<>!~";
 
 } // namespace
 
+LOGICAL_OPERATION brindle::ComparisonOf(std::u16string_view text) noexcept {
+  for (const Comparison& comparison : kComparisons)
+    if (text == comparison.text)
+      return comparison.code;
+  return LOGICAL_NONE;
+}
+
 LOGICAL_OPERATION CBrindle::GetLogOperation() {
   get_token();
   if (m_pState->token.kind != TOKEN_DELIMITER)
@@ -41,10 +48,7 @@ LOGICAL_OPERATION CBrindle::GetLogOperation() {
     text += second;
   else
     putback();
-  for (const Comparison& comparison : kComparisons)
-    if (text.View() == comparison.text)
-      return comparison.code;
-  return LOGICAL_NONE;
+  return ComparisonOf(text.View());
 }
 
 bool CBrindle::ExecLogicalStatement() {

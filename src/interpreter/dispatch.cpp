@@ -2,6 +2,7 @@
 #include "brindle/interpreter.h"
 #include "interpreter/error_numbers.h"
 #include "interpreter/state.h"
+#include "platform/path.h"
 
 using namespace brindle;
 
@@ -69,6 +70,17 @@ bool CBrindle::ExecCommandStatement() {
 bool CBrindle::ExecPlaySound() {
   CBasicVariable file;
   get_exp(file);
-  GetUserInterface().PlaySoundFile(file.GetStringValue());
+  const CString name = file.GetStringValue();
+  const FileRoot* const root = m_pState->budget->Root();
+  if (root == nullptr) {
+    GetUserInterface().PlaySoundFile(name);
+    return true;
+  }
+  const FileRoot::Scope files(root);
+  const auto path = root->PathOf(name.View());
+  if (files.HasRefused())
+    return Fail(kErrorNotAllowed);
+  if (path)
+    GetUserInterface().PlaySoundFile(CString(PathFromNative(*path)));
   return true;
 }

@@ -54,7 +54,14 @@ enum ErrorNumber : int {
   kErrorWhileMissing = 54,
   kErrorIllegalNext = 55,
   kErrorElseOrEndIfMissing = 56,
-  kErrorDbfHandle = 57
+  kErrorDbfHandle = 57,
+  // The first five end the run: nobody is asked.
+  kErrorStatementLimit = 60,
+  kErrorTimeLimit = 61,
+  kErrorMemoryLimit = 62,
+  kErrorCallLimit = 63,
+  kErrorStopped = 64,
+  kErrorNotAllowed = 65
 };
 
 } // namespace brindle

@@ -46,7 +46,41 @@ CString CBrindle::ErrorText(int number) {
   }
 }
 
+// The run ends without asking; the box comes once, however many scripts and runs the abort passes. Whoever asked for
+// a stop needs none.
+void CBrindle::AbortByBudget(std::optional<int> number) {
+  ExecutionBudget& budget = *m_pState->budget;
+  const int verdict = budget.Verdict(number);
+  m_pState->lastError = LoadMessage(verdict).value_or(CString()) + u"\n" + GetCurrentLine();
+  if (budget.TakeReport() && verdict != kErrorStopped) {
+    const CString text = m_pState->lastError;
+    CallUserInterface([&] { GetUserInterface().ShowNotice(text); });
+  }
+  throw ScriptAbort{this};
+}
+
+// Before a procedure or a script is entered.
+void CBrindle::CheckCallDepth() {
+  const int deepest = m_pState->budget->Limits().callDepth;
+  if (deepest > 0 && m_pState->levelsBelow + m_pState->m_nScopeLevel > deepest)
+    AbortByBudget(kErrorCallLimit);
+}
+
+// Before a statement whose first token is current. Those that compiled code passes over for nothing cost nothing here.
+void CBrindle::CountStatement() {
+  const COMMAND_TYPE command = m_pState->token.command;
+  if (command != COMMAND_REM && command != COMMAND_ENDIF && !m_pState->budget->Take()) [[unlikely]]
+    AbortByBudget(std::nullopt);
+}
+
 void CBrindle::ReportError(int number) {
+  if (m_pState->errorListener != nullptr) {
+    m_pState->errorListener->OnError(number);
+    return;
+  }
+  // What a wait that was ended early has led to is no error of the script.
+  if (m_pState->runDepth > 0 && m_pState->budget->ShouldStop())
+    AbortByBudget(std::nullopt);
   CUserInterface& userInterface = GetUserInterface();
   m_pState->lastError = ErrorText(number);
   // A copy: a timer's handler that fails while the box is up has an error of its own.

@@ -3,6 +3,7 @@
 #include "interpreter/error_numbers.h"
 #include "interpreter/limits.h"
 #include "interpreter/state.h"
+#include "platform/path.h"
 #include "platform/process.h"
 
 using namespace brindle;
@@ -29,7 +30,19 @@ bool CBrindle::ExecRun(bool script) {
   if (!script) {
     // Deliberate: the parameter text carries its quotes with it.
     const CString parameters = args.GetSize() > 1 ? u"\"" + args[1].GetStringValue() + u"\"" : CString();
-    StartFile(file.View(), parameters.View());
+    const ExecutionBudget& budget = *m_pState->budget;
+    if (budget.Limits().noPrograms)
+      return Fail(kErrorNotAllowed);
+    if (budget.Root() == nullptr) {
+      StartFile(file.View(), parameters.View());
+      return true;
+    }
+    const FileRoot::Scope files(budget.Root());
+    const auto path = budget.Root()->PathOf(file.View());
+    if (files.HasRefused())
+      return Fail(kErrorNotAllowed);
+    if (path)
+      StartFile(PathFromNative(*path), parameters.View());
     return true;
   }
 
@@ -43,9 +56,12 @@ bool CBrindle::ExecRun(bool script) {
   if (runningScripts > kDeepestRun)
     AbortWith(kErrorUnrecoverable);
   CheckNesting();
+  CheckCallDepth();
   CBrindle child;
   child.SetUserInterface(m_pState->userInterface);
-  return child.ExecuteProgram(file);
+  child.m_pState->budget = m_pState->budget;
+  child.m_pState->levelsBelow = m_pState->levelsBelow + m_pState->m_nScopeLevel;
+  return child.RunFile(file, true);
 }
 
 bool CBrindle::IsExtensionScript(const CString& path, CString& caption) {

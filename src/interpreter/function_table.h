@@ -5,7 +5,10 @@
 #pragma once
 
 #include "interpreter/func_desc.h"
+#include "interpreter/function_signature.h"
 
+#include <array>
+#include <cstddef>
 #include <memory>
 #include <unordered_map>
 
@@ -26,7 +29,16 @@ public:
   }
   void Clear() noexcept { m_functions.clear(); }
 
+  // Of built-ins.
+  [[nodiscard]] const FunctionSignature& SignatureOf(FUNCTION_TYPE code) const noexcept {
+    return m_signatures[static_cast<std::size_t>(code)];
+  }
+  void SetSignature(FUNCTION_TYPE code, const FunctionSignature& signature) noexcept {
+    m_signatures[static_cast<std::size_t>(code)] = signature;
+  }
+
 private:
+  std::array<FunctionSignature, FUNCTION_RAND + 1> m_signatures{}; // ORDER FUNCTION
   std::unordered_map<CString, std::unique_ptr<CFuncDesc>> m_functions;
 };
 

@@ -1,26 +1,34 @@
 // Which file every part of a program text came from, while "include" and "library" put it together.
-// Room: interpreter. Used by: LoadLibraries.
+// Room: interpreter. Used by: LoadLibraries, the check of scripts.
 // May touch: nothing.
 // Invariant: regions nest; the innermost region that holds a position is the file its line was written in.
 #pragma once
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace brindle {
 
 class InclusionMap {
 public:
+  struct Region {
+    std::uint32_t start;
+    std::uint32_t end;
+    std::uint32_t lead; // units in front of the file's own text
+    std::string file;
+  };
+
   // A file's text that was appended behind, or inserted at, `start`. Regions around it grow, later ones move.
-  void Add(std::uint32_t start, std::uint32_t length, std::string file) {
+  void Add(std::uint32_t start, std::uint32_t length, std::uint32_t lead, std::string file) {
     for (Region& region : m_regions) {
       if (region.start >= start)
         region.start += length;
       if (region.end > start)
         region.end += length;
     }
-    m_regions.push_back({start, start + length, std::move(file)});
+    m_regions.push_back({start, start + length, lead, std::move(file)});
   }
   // Whether the line at `position` stands in that file, directly or in what the file includes.
   [[nodiscard]] bool IsInside(std::uint32_t position, const std::string& file) const {
@@ -30,12 +38,10 @@ public:
     return false;
   }
 
+  // The program's own file comes first; of two regions that hold a position the later one is inside.
+  [[nodiscard]] const std::vector<Region>& Regions() const noexcept { return m_regions; }
+
 private:
-  struct Region {
-    std::uint32_t start;
-    std::uint32_t end;
-    std::string file;
-  };
   std::vector<Region> m_regions;
 };
 

@@ -53,6 +53,21 @@ CString CBrindle::GetLastError() const {
   return m_pState->lastError;
 }
 
+bool CBrindle::SetLimits(const CExecutionLimits& limits) {
+  if (!m_pState->budget->SetLimits(limits))
+    return false;
+  ++m_nFunctionChanges; // statements are compiled anew, with or without a count
+  return true;
+}
+
+void CBrindle::RequestStop() noexcept {
+  m_pState->budget->Signal().Request();
+}
+
+bool CBrindle::IsStopRequested() const noexcept {
+  return m_pState->budget->ShouldStop();
+}
+
 void CBrindle::SetUserInterface(CUserInterface* userInterface) noexcept {
   m_pState->userInterface = userInterface;
 }

@@ -4,7 +4,9 @@
 #include "interpreter/script_abort.h"
 #include "interpreter/script_loader.h"
 #include "interpreter/state.h"
+#include "platform/path.h"
 
+#include <algorithm>
 #include <functional>
 #include <new>
 #include <stdexcept>
@@ -16,11 +18,14 @@ using namespace brindle;
 // text and the position of a run that stands alone stay, for the handlers of a resident interpreter.
 struct CBrindle::RunScope {
   explicit RunScope(CBrindle& owner)
-      : m_owner(owner), m_state(*owner.m_pState), m_nested(m_state.runDepth > 0), m_program(m_state.program),
+      : m_owner(owner), m_state(*owner.m_pState), m_entry(*m_state.budget), m_nested(m_state.runDepth > 0), m_program(m_state.program),
         m_position(m_state.position), m_token(m_state.token), m_scratch(m_state.scratch), m_fileName(m_state.fileName),
         m_keepTokens(m_state.keepTokens), m_stop(m_state.stop), m_level(m_state.m_nScopeLevel),
         m_base(m_state.baseLevel), m_names(m_state.m_arrTemporaries.GetSize()) {
     ++m_state.runDepth;
+    const int calls = m_state.budget->Limits().callDepth;
+    m_state.fast.deepestLevel =
+        calls > 0 ? std::min(FastState::kDeepestLevel, calls - m_state.levelsBelow) : FastState::kDeepestLevel;
     m_state.baseLevel = m_level;
     // The other program's loops and returns are none of this one's.
     m_positions.swap(m_state.positions);
@@ -56,6 +61,7 @@ struct CBrindle::RunScope {
 private:
   CBrindle& m_owner;
   InterpreterState& m_state;
+  ExecutionBudget::Entry m_entry;
   bool m_nested;
   std::shared_ptr<ProgramText> m_program;
   std::uint32_t m_position;
@@ -71,48 +77,73 @@ private:
   ControlStack m_control;
 };
 
-// Runs `body` up to this interpreter's abort, which ends here, and turns want of memory into an error. What
-// belongs to others, another interpreter's abort or a host's exception, passes.
+// Runs `body` up to this interpreter's abort, which ends here, and turns want of memory into an error; then `release`
+// lets go of what the body was thrown out of. What belongs to others, another interpreter's abort or a host's
+// exception, passes.
 template <class Body, class Release> void CBrindle::RunToAbort(Body body, Release release) {
-  try {
+  const auto runsToItsEnd = [this](auto& part) {
     try {
-      body();
-    } catch (const std::bad_alloc&) {
-      ReportOrGiveUp(kErrorUnrecoverable);
-    } catch (const std::length_error&) {
-      ReportOrGiveUp(kErrorUnrecoverable);
-    }
-  } catch (const ScriptAbort& abort) {
-    if (abort.owner != this)
-      throw;
-    try {
-      release();
-    } catch (const ScriptAbort& second) {
-      // The handlers of a change event were aborted as well: nothing is left to stop.
-      if (second.owner != this)
+      try {
+        part();
+        return true;
+      } catch (const MemoryLimitReached&) {
+        AbortByBudget(kErrorMemoryLimit);
+      } catch (const std::bad_alloc&) {
+        ReportOrGiveUp(kErrorUnrecoverable);
+      } catch (const std::length_error&) {
+        ReportOrGiveUp(kErrorUnrecoverable);
+      }
+    } catch (const ScriptAbort& abort) {
+      if (abort.owner != this)
         throw;
     }
-  }
+    return false;
+  };
+  if (!runsToItsEnd(body))
+    // The handlers of a change event may be thrown out as well: then nothing is left to stop.
+    runsToItsEnd(release);
 }
 
+namespace {
+
+// How the scripts know the host's script. One from outside of their root stands in it, as far as they can tell.
+CString ScriptNameOf(const FileRoot& root, const CString& name) {
+  if (const auto inside = root.NameOf(ResolvePath(name.View())))
+    return CString(*inside);
+  return CString(name.View().substr(DirectoryPart(name.View()).size()));
+}
+
+} // namespace
+
 bool CBrindle::ExecuteProgram(const CString& fileName) {
+  return RunFile(fileName, false);
+}
+
+// A path that the host gives is its own; one that a script gives is held to the root.
+bool CBrindle::RunFile(const CString& fileName, bool isScripts) {
   const CString name = fileName; // the caller's text may be a script variable
+  const FileRoot* const root = m_pState->budget->Root();
+  bool isRefused = false;
   RunScope scope(*this);
   bool loaded = false;
   RunToAbort(
       [&] {
         CheckNesting();
         try {
+          const FileRoot::Scope files(isScripts ? root : nullptr);
           loaded = LoadProgram(name);
+          isRefused = files.HasRefused();
         } catch (const std::bad_alloc&) {
           // as for a file that cannot be read
         }
+        if (loaded && root != nullptr && !isScripts)
+          m_pState->fileName = ScriptNameOf(*root, name);
         if (!loaded)
-          ReportOrGiveUp(kErrorLoadingSource);
+          ReportOrGiveUp(isRefused ? kErrorNotAllowed : kErrorLoadingSource);
       },
       [] {});
   if (loaded)
-    RunToAbort([&] { RunProgram(name); }, [&] { scope.ReleaseObjects(); });
+    RunToAbort([&] { RunProgram(m_pState->fileName); }, [&] { scope.ReleaseObjects(); });
   return loaded;
 }
 
@@ -130,14 +161,18 @@ bool CBrindle::LoadProgram(const CString& fileName) {
   m_pState->token.kind = TOKEN_DELIMITER;
   if (!text)
     return false;
-  text->push_back(u'\n');
-  m_pState->program = std::make_shared<ProgramText>(std::move(*text));
-  m_pState->fileName = fileName;
-  Decrypt();
+  SetProgram(fileName, std::move(*text));
   return true;
 }
 
-void CBrindle::RunProgram(const CString& fileName) {
+void CBrindle::SetProgram(const CString& fileName, std::u16string text) {
+  text.push_back(u'\n');
+  m_pState->program = std::make_shared<ProgramText>(std::move(text));
+  m_pState->fileName = fileName;
+  Decrypt();
+}
+
+void CBrindle::RunProgram(CString fileName) {
   LoadLibraries();
   LabelsScan();
   m_pState->keepTokens = true;
@@ -159,8 +194,10 @@ void CBrindle::RunLoop() {
     case TOKEN_FIELD:
     case TOKEN_FIELD_UNKNOWN:
     case TOKEN_COMMAND:
-      if (!RunCompiled())
+      if (!RunCompiled()) {
+        CountStatement();
         Exec_command();
+      }
       break;
     case TOKEN_DELIMITER:
     case TOKEN_COMMENT:

@@ -8,6 +8,13 @@
 
 namespace brindle {
 
+CString BesideScript(const CString& script, const CString& name, bool isRooted) {
+  const std::size_t separator = script.View().find_last_of(u"/\\");
+  if (separator == std::u16string_view::npos || (separator == 0 && !isRooted))
+    return name;
+  return script.Left(static_cast<int>(separator) + 1) + name;
+}
+
 std::optional<std::u16string> LoadScriptFile(const CString& path) {
   try {
     std::string bytes;

@@ -13,8 +13,11 @@
 #include "data/record_type.h"
 #include "data/variable_store.h"
 #include "interpreter/control_stack.h"
+#include "interpreter/error_listener.h"
+#include "interpreter/execution_budget.h"
 #include "interpreter/fast/machine.h"
 #include "interpreter/function_table.h"
+#include "interpreter/inclusion_map.h"
 #include "interpreter/program_text.h"
 #include "io/com_port_table.h"
 #include "io/dbf_table.h"
@@ -54,6 +57,7 @@ struct InterpreterState {
   // Program text and reading position.
   CString fileName;
   std::shared_ptr<ProgramText> program;
+  InclusionMap inclusions; // of the program loaded last
   std::uint32_t position = 0;
   bool keepTokens = false; // while a program runs; loading and label scan read each token once
   TokenState token;
@@ -62,6 +66,8 @@ struct InterpreterState {
   FastState fast;
 
   // The run.
+  std::shared_ptr<ExecutionBudget> budget = std::make_shared<ExecutionBudget>();
+  int levelsBelow = 0; // of the scripts that run this one by "run"
   bool stop = false;
   bool resident = false;
   int runDepth = 0;
@@ -70,6 +76,7 @@ struct InterpreterState {
   CString unrecoverableText; // made with the interpreter: errors 50 and 17 are told when there is no memory left
   CString loadingSourceText;
   CUserInterface* userInterface = nullptr;
+  ErrorListener* errorListener = nullptr; // hears of errors in the user's place
 
   // Language tables.
   WordTable words;

@@ -43,13 +43,17 @@ void CBrindle::COMPortCloseAll() {
 }
 
 bool CBrindle::ExecComPortOperation(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type) {
-  if (!CheckLeast(args, 1))
+  if (!CheckArguments(args, type))
     return false;
   const int number = ToInt32(args[0].GetNumberValue());
   const auto key = static_cast<unsigned short>(number);
 
   switch (type) {
   case FUNCTION_COMPORTOPEN: {
+    if (m_pState->budget->Limits().noSerialPorts) {
+      result.SetValue(false);
+      return Fail(kErrorNotAllowed);
+    }
     auto port = std::make_unique<ComPort>(number);
     ApplyArguments(*port, args);
     // A device opens only once, so the port that the new one replaces must let go of it first.
@@ -71,8 +75,6 @@ bool CBrindle::ExecComPortOperation(CBasicVariable& result, Arguments& args, FUN
     return true;
   }
   case FUNCTION_COMPORTWRITE: {
-    if (!CheckLeast(args, 2))
-      return false;
     ComPort* const port = COMPortFind(key);
     if (port == nullptr)
       result.SetValue(CString());

@@ -73,14 +73,15 @@ void CBrindle::FileFormatCloseAll() {
 }
 
 bool CBrindle::ExecDBFOperation(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type) {
-  if (!CheckLeast(args, 1))
+  if (!CheckArguments(args, type))
     return false;
   FileFormatTable& tables = m_pState->tables;
+  const FileRoot::Scope files(m_pState->budget->Root()); // a table opens its file anew to be written to
 
   // The two that make a handle.
   if (type == FUNCTION_DBFOPEN) {
     result.SetValue(OpenTable(tables, args[0].GetStringValue()));
-    return true;
+    return !files.HasRefused() || Fail(kErrorNotAllowed);
   }
   if (type == FUNCTION_DBFCREATE) {
     result.SetValue(kNoHandle);
@@ -95,7 +96,7 @@ bool CBrindle::ExecDBFOperation(CBasicVariable& result, Arguments& args, FUNCTIO
     }
     if (!fields.empty())
       result.SetValue(CreateTable(tables, args[0].GetStringValue(), fields));
-    return true;
+    return !files.HasRefused() || Fail(kErrorNotAllowed);
   }
 
   // Neutral results come first: they stand whatever happens below.
@@ -111,11 +112,6 @@ bool CBrindle::ExecDBFOperation(CBasicVariable& result, Arguments& args, FUNCTIO
   case FUNCTION_DBFAPPEND:
   case FUNCTION_DBFNUMRECORDS:
   case FUNCTION_DBFNUMFIELDS: result.SetValue(0); break;
-  case FUNCTION_DBFSEEK:
-  case FUNCTION_DBFDELETE:
-    if (!CheckLeast(args, 2))
-      return false;
-    break;
   default: break;
   }
   if (handle < 0) {

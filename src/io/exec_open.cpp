@@ -88,8 +88,9 @@ bool CBrindle::ExecOpenFile() {
       NextChar();
     }
   }
+  const FileRoot::Scope files(m_pState->budget->Root());
   const int error = OpenInto(m_pState->files, path.GetStringValue(), request);
-  return error == 0 || fail(error);
+  return error == 0 || fail(files.HasRefused() ? kErrorNotAllowed : error);
 }
 
 bool CBrindle::ExecCloseFile() {

@@ -3,6 +3,7 @@
 #include "interpreter/error_numbers.h"
 #include "interpreter/limits.h"
 #include "interpreter/state.h"
+#include "platform/memory_account.h"
 #include "platform/number_text.h"
 
 #include <algorithm>
@@ -18,23 +19,25 @@ static_assert(std::endian::native == std::endian::little, "elements are stored l
 
 constexpr std::size_t kFirstPortion = 64 * 1024;
 
+using Bytes = std::vector<char, AccountedAllocator<char>>;
+
 bool IsElementSize(int size) {
   return size == 1 || size == 2 || size == 4 || size == 8;
 }
 
-template <class T> T ElementAt(const std::vector<char>& bytes, int index) {
+template <class T> T ElementAt(const Bytes& bytes, int index) {
   T element;
   std::memcpy(&element, bytes.data() + static_cast<std::size_t>(index) * sizeof(T), sizeof(T));
   return element;
 }
 
-template <class T> void AppendElement(std::vector<char>& bytes, T element) {
+template <class T> void AppendElement(Bytes& bytes, T element) {
   const std::size_t at = bytes.size();
   bytes.resize(at + sizeof(T));
   std::memcpy(bytes.data() + at, &element, sizeof(T));
 }
 
-void SetElement(CBasicVariable& result, int index, const std::vector<char>& bytes, int size) {
+void SetElement(CBasicVariable& result, int index, const Bytes& bytes, int size) {
   switch (size) {
   case 1: result.SetValue(static_cast<int>(ElementAt<std::uint8_t>(bytes, index)), index); break;
   case 2: result.SetValue(static_cast<int>(ElementAt<std::uint16_t>(bytes, index)), index); break;
@@ -43,7 +46,7 @@ void SetElement(CBasicVariable& result, int index, const std::vector<char>& byte
   }
 }
 
-void AppendNumber(std::vector<char>& bytes, double number, int size) {
+void AppendNumber(Bytes& bytes, double number, int size) {
   const std::int32_t integer = ToInt32(number);
   switch (size) {
   case 1: AppendElement(bytes, static_cast<std::uint8_t>(integer)); break;
@@ -72,7 +75,7 @@ int ReadElements(FileHolder& file, CBasicVariable& result, const CBasicVariableA
     return kErrorUnrecoverable;
   // In portions, so that memory grows with what the file holds, not with what the script asks for.
   const std::size_t wanted = static_cast<std::size_t>(count) * static_cast<std::size_t>(size);
-  std::vector<char> bytes;
+  Bytes bytes;
   while (bytes.size() < wanted) {
     const std::size_t held = bytes.size();
     const std::size_t portion = std::min(wanted - held, std::max(held, kFirstPortion));
@@ -90,7 +93,7 @@ int WriteElements(FileHolder& file, CBasicVariable& result, CBasicVariable& valu
   if (!IsElementSize(size))
     return kErrorParameter;
   const int count = values.GetNumItems();
-  std::vector<char> bytes;
+  Bytes bytes;
   bytes.reserve(static_cast<std::size_t>(count) * static_cast<std::size_t>(size));
   for (int i = 0; i < count; ++i) {
     values.SetCurIndex(i);
@@ -153,38 +156,30 @@ int WriteTextLines(FileHolder& file, CBasicVariable& result, CBasicVariableArray
 } // namespace
 
 bool CBrindle::ExecFileOperation(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type) {
-  if (!CheckLeast(args, 1))
-    return false;
+  if (args.IsEmpty())
+    return Fail(kErrorParameterCount);
   FileHolder* file = m_pState->files.Find(ToUint32(args[0].GetNumberValue()));
   if (file == nullptr)
     return Fail(kErrorFileHandle);
+  if (!CheckArguments(args, type))
+    return false;
   int error = 0;
   try {
     switch (type) {
     case FUNCTION_READ:
-      if (!CheckLeast(args, 3))
-        return false;
       error = ReadElements(*file, result, args);
       break;
     case FUNCTION_WRITE:
-      if (!CheckLeast(args, 3))
-        return false;
       error = WriteElements(*file, result, args[1], ToInt32(args[2].GetNumberValue()));
       break;
     case FUNCTION_READLINE: error = ReadTextLine(*file, result); break;
     case FUNCTION_READLIST:
-      if (!CheckLeast(args, 2))
-        return false;
       error = ReadNumberList(*file, result, args[1].GetStringValue());
       break;
     case FUNCTION_WRITELINE:
-      if (!CheckLeast(args, 2))
-        return false;
       error = WriteTextLines(*file, result, args);
       break;
     case FUNCTION_SEEK: {
-      if (!CheckLeast(args, 2))
-        return false;
       const std::uint32_t position = ToUint32(args[1].GetNumberValue());
       if (position >= file->GetLength())
         return false; // nothing moves, nothing is reported

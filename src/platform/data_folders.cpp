@@ -89,13 +89,9 @@ std::vector<std::string> DataFolders() {
 
 std::vector<std::string> FilesIn(const std::string& folder, std::string_view ending) {
   std::vector<std::string> files;
-  std::error_code error;
-  if (IsRefused(error))
-    return files;
-  for (fs::directory_iterator entry(folder, error); !error && entry != fs::directory_iterator(); entry.increment(error))
-    if (std::string path = entry->path().string(); path.ends_with(ending))
-      files.push_back(std::move(path));
-  std::sort(files.begin(), files.end());
+  for (const std::string& name : NamesIn(folder))
+    if (name.ends_with(ending))
+      files.push_back(folder + "/" + name);
   return files;
 }
 

@@ -5,9 +5,12 @@
 #include "platform/file.h"
 
 #include "platform/faults.h"
+#include "platform/file_root.h"
 #include "platform/path.h"
+#include "platform/stop_signal.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -109,11 +112,12 @@ int AccessFlags(unsigned flags) noexcept {
 }
 
 // Settles what an opened descriptor is before it is used; false refuses it.
-bool PrepareDescriptor(int descriptor, unsigned flags) noexcept {
+bool PrepareDescriptor(int descriptor, unsigned flags, bool& mayWait) noexcept {
   struct stat status {};
   if (SystemStatus(descriptor, status) != 0 || S_ISDIR(status.st_mode)) {
     return false;
   }
+  mayWait = !S_ISREG(status.st_mode);
   // A file system without locks cannot tell; only a lock that is taken refuses.
   if ((flags & CFile::shareExclusive) != 0 && Uninterrupted([&] { return SystemLock(descriptor); }) != 0 &&
       errno == EWOULDBLOCK) {
@@ -154,12 +158,14 @@ CFileException CFileException::FromOsError(int osError) noexcept {
   }
 }
 
-CFile::CFile(CFile&& other) noexcept : m_nDescriptor(std::exchange(other.m_nDescriptor, -1)) {}
+CFile::CFile(CFile&& other) noexcept
+    : m_nDescriptor(std::exchange(other.m_nDescriptor, -1)), m_bMayWait(other.m_bMayWait) {}
 
 CFile& CFile::operator=(CFile&& other) noexcept {
   if (this != &other) {
     Close();
     m_nDescriptor = std::exchange(other.m_nDescriptor, -1);
+    m_bMayWait = other.m_bMayWait;
   }
   return *this;
 }
@@ -170,8 +176,9 @@ CFile::~CFile() {
 
 bool CFile::Open(std::u16string_view path, unsigned flags) {
   Close();
-  const std::string nativePath = brindle::ResolvePath(path);
-  if (nativePath.empty() || nativePath.find('\0') != std::string::npos) {
+  const brindle::FileRoot* const root = brindle::FileRoot::Current();
+  const std::string nativePath = root != nullptr ? std::string() : brindle::ResolvePath(path);
+  if (root == nullptr && (nativePath.empty() || nativePath.find('\0') != std::string::npos)) {
     return false;
   }
 
@@ -184,11 +191,13 @@ bool CFile::Open(std::u16string_view path, unsigned flags) {
       openFlags |= O_TRUNC;
     }
   }
-  const int descriptor = Uninterrupted([&] { return SystemOpen(nativePath.c_str(), openFlags); });
+  const int descriptor =
+      root != nullptr ? root->OpenFile(path, openFlags)
+                      : Uninterrupted([&] { return SystemOpen(nativePath.c_str(), openFlags); });
   if (descriptor < 0) {
     return false;
   }
-  if (!PrepareDescriptor(descriptor, flags)) {
+  if (!PrepareDescriptor(descriptor, flags, m_bMayWait)) {
     SystemClose(descriptor);
     return false;
   }
@@ -199,6 +208,9 @@ bool CFile::Open(std::u16string_view path, unsigned flags) {
 std::size_t CFile::Read(void* buffer, std::size_t count) {
   std::size_t done = 0;
   while (done < count) {
+    if (m_bMayWait && !brindle::StopSignal::Await(m_nDescriptor, POLLIN)) {
+      ThrowOsError(EINTR);
+    }
     char* const target = static_cast<char*>(buffer) + done;
     const ssize_t got = Uninterrupted([&] { return SystemRead(m_nDescriptor, target, count - done); });
     if (got < 0) {
@@ -215,6 +227,9 @@ std::size_t CFile::Read(void* buffer, std::size_t count) {
 void CFile::Write(const void* buffer, std::size_t count) {
   std::size_t done = 0;
   while (done < count) {
+    if (m_bMayWait && !brindle::StopSignal::Await(m_nDescriptor, POLLOUT)) {
+      ThrowOsError(EINTR);
+    }
     const char* const source = static_cast<const char*>(buffer) + done;
     const ssize_t put = Uninterrupted([&] { return SystemWrite(m_nDescriptor, source, count - done); });
     if (put < 0) {
@@ -277,6 +292,9 @@ void CFile::Close() noexcept {
 }
 
 bool CFile::Remove(std::u16string_view path) {
+  if (const brindle::FileRoot* const root = brindle::FileRoot::Current()) {
+    return root->RemoveFile(path);
+  }
   const std::string nativePath = brindle::ResolvePath(path);
   return nativePath.find('\0') == std::string::npos && SystemRemove(nativePath.c_str()) == 0;
 }

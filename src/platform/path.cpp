@@ -211,6 +211,22 @@ std::vector<std::u16string> FindFiles(std::u16string_view pattern) {
   return names;
 }
 
+std::vector<std::string> NamesIn(const std::string& folder) {
+  std::vector<std::string> names;
+  ForEachName(folder, [&](std::string_view name) { names.emplace_back(name); });
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+bool MatchesPattern(std::u16string_view name, std::u16string_view pattern) {
+  return pattern == u"*.*" || MatchesWildcards(CodePoints(Folded(std::u16string(name))),
+                                               CodePoints(Folded(std::u16string(pattern))));
+}
+
+std::u16string FoldedPath(std::u16string text) {
+  return Folded(std::move(text));
+}
+
 std::u16string_view DirectoryPart(std::u16string_view path) noexcept {
   const std::size_t separator = path.find_last_of(u"/\\");
   return separator == std::u16string_view::npos ? std::u16string_view() : path.substr(0, separator + 1);

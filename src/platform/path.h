@@ -27,6 +27,13 @@ namespace brindle {
 // ".." never appear. Without a wildcard: the name as it is on disk, when it exists.
 [[nodiscard]] std::vector<std::u16string> FindFiles(std::u16string_view pattern);
 
+// The names in a folder of this system, sorted, without "." and ".."; none when it cannot be read.
+[[nodiscard]] std::vector<std::string> NamesIn(const std::string& folder);
+// Whether a name is one that FindFiles finds for that last component.
+[[nodiscard]] bool MatchesPattern(std::u16string_view name, std::u16string_view pattern);
+// The text that is equal for paths that differ by letter case alone.
+[[nodiscard]] std::u16string FoldedPath(std::u16string text);
+
 // The part up to and including the last separator; empty when there is none.
 [[nodiscard]] std::u16string_view DirectoryPart(std::u16string_view path) noexcept;
 

@@ -1,6 +1,7 @@
 #include "platform/serial_line.h"
 
 #include "platform/faults.h"
+#include "platform/stop_signal.h"
 
 #include <asm/termbits.h>
 #include <fcntl.h>
@@ -10,6 +11,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <chrono>
 #include <climits>
@@ -67,10 +69,10 @@ int SystemFlush(int descriptor, int queue) noexcept {
     return -1;
   return ioctl(descriptor, TCFLSH, queue);
 }
-int SystemPoll(pollfd& descriptor, int milliseconds) noexcept {
+int SystemPoll(std::array<pollfd, 2>& descriptors, int milliseconds) noexcept {
   if (Refused(FaultKind::Serial, ENOMEM))
     return -1;
-  return poll(&descriptor, 1, milliseconds);
+  return poll(descriptors.data(), descriptors.size(), milliseconds);
 }
 ssize_t SystemRead(int descriptor, void* buffer, std::size_t count) noexcept {
   if (Refused(FaultKind::Serial, EIO))
@@ -99,14 +101,16 @@ bool IsTryAgain(int osError) noexcept {
 
 class Deadline {
 public:
-  explicit Deadline(int milliseconds) : m_end(Clock::now() + std::chrono::milliseconds(std::max(milliseconds, 0))) {}
+  // No later than what runs on this thread has to be done.
+  explicit Deadline(int milliseconds)
+      : m_end(*StopSignal::Earlier(Clock::now() + std::chrono::milliseconds(std::max(milliseconds, 0)))) {}
 
   // Rounded up: a wait must not end before its time.
   [[nodiscard]] int Left() const {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(m_end - Clock::now()).count();
     return static_cast<int>(std::clamp<decltype(left)>(left, 0, INT_MAX));
   }
-  void Sleep() const { std::this_thread::sleep_until(m_end); }
+  void Sleep() const { StopSignal::SleepUntil(m_end); }
 
 private:
   using Clock = std::chrono::steady_clock;
@@ -118,17 +122,17 @@ enum class Readiness { Ready, Gone, TimeOut };
 // The signals that interrupt the wait do not lengthen it.
 Readiness Await(int descriptor, short event, const Deadline& deadline) noexcept {
   for (;;) {
-    pollfd entry{descriptor, event, 0};
-    const int left = deadline.Left();
-    const int count = SystemPoll(entry, left);
+    std::array<pollfd, 2> entries = {pollfd{descriptor, event, 0}, pollfd{StopSignal::CurrentDescriptor(), POLLIN, 0}};
+    const int left = StopSignal::CurrentShouldStop() ? 0 : deadline.Left();
+    const int count = SystemPoll(entries, left);
     if (count < 0 && errno == EINTR)
       continue;
     if (count < 0)
       return Readiness::Gone;
     // What arrived before a hang-up is read first: reading tells where it ends.
-    if ((entry.revents & event) != 0)
+    if ((entries[0].revents & event) != 0)
       return Readiness::Ready;
-    if (count > 0)
+    if (entries[0].revents != 0)
       return Readiness::Gone;
     if (left == 0)
       return Readiness::TimeOut;

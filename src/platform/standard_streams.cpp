@@ -1,6 +1,7 @@
 #include "platform/standard_streams.h"
 
 #include "platform/faults.h"
+#include "platform/stop_signal.h"
 #include "platform/terminal.h"
 #include "platform/termination.h"
 
@@ -97,10 +98,16 @@ StandardStreams::WaitResult StandardStreams::ReadLine(std::string& line,
     if (m_bEndOfInput)
       return WaitResult::EndOfInput;
     // A descriptor of -1 is not looked at.
-    std::array<pollfd, 2> waits = {pollfd{STDIN_FILENO, POLLIN, 0}, pollfd{m_nTerminationPipe, POLLIN, 0}};
-    const int ready = SystemPoll(waits.data(), waits.size(), WaitTime(deadline));
-    if (ready == 0)
+    std::array<pollfd, 3> waits = {pollfd{STDIN_FILENO, POLLIN, 0}, pollfd{m_nTerminationPipe, POLLIN, 0},
+                                   pollfd{StopSignal::CurrentDescriptor(), POLLIN, 0}};
+    // What waits is to stop: its prompts are answered as at the end of the input, which is still there for others.
+    if (StopSignal::CurrentShouldStop())
+      return WaitResult::EndOfInput;
+    const int ready = SystemPoll(waits.data(), waits.size(), WaitTime(StopSignal::Earlier(deadline)));
+    if (ready == 0 && !StopSignal::CurrentShouldStop())
       return WaitResult::TimedOut;
+    if (ready >= 0 && waits[0].revents == 0 && waits[1].revents == 0)
+      continue;
     if (ready < 0 && errno == EINTR)
       continue;
     if (ready < 0 || waits[1].revents != 0) {

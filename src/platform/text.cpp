@@ -1,6 +1,7 @@
 #include "brindle/text.h"
 
 #include "platform/code_page.h"
+#include "platform/memory_account.h"
 #include "platform/number_text.h"
 #include "platform/unicode.h"
 
@@ -16,7 +17,16 @@ using brindle::detail::TextBlock;
 
 namespace brindle::detail {
 
+namespace {
+
+std::size_t BytesOf(int capacity) noexcept {
+  return sizeof(TextBlock) + (static_cast<std::size_t>(capacity) + 1) * sizeof(char16_t);
+}
+
+} // namespace
+
 void FreeBlock(TextBlock* block) noexcept {
+  brindle::MemoryAccount::Remove(BytesOf(block->capacity));
   block->~TextBlock();
   std::free(block);
 }
@@ -26,10 +36,13 @@ namespace {
 TextBlock* MakeBlock(int capacity) {
   if (capacity > CString::kMaxLength)
     throw std::length_error("text too long");
-  const std::size_t bytes = sizeof(TextBlock) + (static_cast<std::size_t>(capacity) + 1) * sizeof(char16_t);
+  const std::size_t bytes = BytesOf(capacity);
+  brindle::MemoryAccount::Add(bytes);
   void* memory = std::malloc(bytes);
-  if (memory == nullptr)
+  if (memory == nullptr) {
+    brindle::MemoryAccount::Remove(bytes);
     throw std::bad_alloc();
+  }
   auto* block = ::new (memory) TextBlock{{1}, 0, capacity, {0}};
   block->Units()[0] = 0;
   return block;

@@ -5,6 +5,7 @@
 #include "interpreter/user_interface_call.h"
 #include "platform/collections.h"
 #include "platform/number_text.h"
+#include "platform/path.h"
 #include "ui/script_dialog.h"
 
 using namespace brindle;
@@ -36,8 +37,8 @@ bool CBrindle::ExecSetFocus() {
   return true;
 }
 
-bool CBrindle::ExecAsk(CBasicVariable& result, Arguments& args, FUNCTION_TYPE) {
-  if (!CheckLeast(args, 1))
+bool CBrindle::ExecAsk(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type) {
+  if (!CheckArguments(args, type))
     return false;
   const CString question = args[0].GetStringValue();
   const bool yes = CallUserInterface([&] { return GetUserInterface().AskYesNo(question, CString()); });
@@ -55,14 +56,28 @@ bool CBrindle::ExecFileDlg(CBasicVariable& result, Arguments& args, FUNCTION_TYP
   request.defaultExtension = textOf(1);
   request.filter = textOf(2);
   request.initialFolder = textOf(3);
+  // The user sees the system's paths, a script that is held to a root only those below it.
+  const FileRoot* const root = m_pState->budget->Root();
+  if (root != nullptr) {
+    const std::u16string folder = request.initialFolder.IsEmpty() ? u"\\" : std::u16string(request.initialFolder.View());
+    request.initialFolder = CString(PathFromNative(root->PathOf(folder).value_or(std::string())));
+  }
   const auto path = CallUserInterface([&] { return GetUserInterface().ChooseFile(request); });
-  if (path)
+  if (!path)
+    return true;
+  if (root == nullptr) {
     result.SetValue(*path);
+    return true;
+  }
+  const auto name = root->NameOf(ResolvePath(path->View()));
+  if (!name)
+    return Fail(kErrorNotAllowed);
+  result.SetValue(CString(*name));
   return true;
 }
 
-bool CBrindle::ExecPopupMenu(CBasicVariable& result, Arguments& args, FUNCTION_TYPE) {
-  if (!CheckLeast(args, 1))
+bool CBrindle::ExecPopupMenu(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type) {
+  if (!CheckArguments(args, type))
     return false;
   CStringArray entries;
   for (CBasicVariable& argument : args) {
@@ -90,8 +105,8 @@ bool CBrindle::ExecWindowHandle(CBasicVariable& result, Arguments& args, FUNCTIO
 }
 
 // copydata(title, code, text): "OnCopyData" at the interpreter whose open dialog has that title
-bool CBrindle::ExecCopyData(CBasicVariable& result, Arguments& args, FUNCTION_TYPE) {
-  if (!CheckCount(args, 3))
+bool CBrindle::ExecCopyData(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type) {
+  if (!CheckArguments(args, type))
     return false;
   const CString title = args[0].GetStringValue();
   for (void* member : m_List) {
@@ -117,8 +132,8 @@ bool CBrindle::ExecSendMessage(CBasicVariable&, Arguments&, FUNCTION_TYPE) {
 }
 
 // controlvalue(id [, "selection" | "text"])
-bool CBrindle::ExecGetControlValue(CBasicVariable& result, Arguments& args, FUNCTION_TYPE) {
-  if (!CheckLeast(args, 1))
+bool CBrindle::ExecGetControlValue(CBasicVariable& result, Arguments& args, FUNCTION_TYPE type) {
+  if (!CheckArguments(args, type))
     return false;
   const ScriptDialog* dialog = CurrentDialog();
   if (dialog == nullptr)

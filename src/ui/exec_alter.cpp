@@ -4,6 +4,7 @@
 #include "interpreter/state.h"
 #include "platform/date_text.h"
 #include "platform/number_text.h"
+#include "ui/dialog_words.h"
 #include "ui/script_dialog.h"
 
 #include <algorithm>
@@ -149,10 +150,7 @@ bool CBrindle::ExecAlterControl() {
 // One line, its first word the current token. 0, or the number of the error.
 int CBrindle::AlterLine(ScriptDialog& dialog, int id) {
   const KEYWORD_TYPE keyword = m_pState->token.keyword;
-  const int operands = keyword == KEYWORD_CLEAR                                 ? 0
-                       : keyword == KEYWORD_POSITION                            ? 4
-                       : keyword == KEYWORD_FONT || keyword == KEYWORD_MENUITEM ? 2
-                                                                                : 1;
+  const int operands = AlterationOperands(keyword).value_or(1);
   Arguments args;
   if (operands > 0 && !ReadOperands(args, operands))
     return kErrorParameter;

@@ -4,6 +4,7 @@
 #include "interpreter/state.h"
 #include "interpreter/user_interface_call.h"
 #include "platform/number_text.h"
+#include "ui/dialog_words.h"
 #include "ui/script_dialog.h"
 
 #include <algorithm>
@@ -45,9 +46,6 @@ constexpr std::array kControls = {
     Control{KEYWORD_TABCONTROL, 0, u"SysTabControl32", 0x10010000},
 };
 
-constexpr int kDialogParameters = 5;
-constexpr int kFontParameters = 7;
-constexpr int kControlParameters = 6;
 constexpr int kPageWidth = 200; // of a property sheet that gives no size, in dialog units
 constexpr int kPageHeight = 150;
 constexpr std::uint16_t kMostItems = 0xFFFF;
@@ -62,7 +60,17 @@ DialogRectangle RectangleOf(const CBasicVariableArray& args, int first) {
   return {coordinate(0), coordinate(1), coordinate(2), coordinate(3)};
 }
 
+const Control* FindControl(KEYWORD_TYPE keyword) {
+  const auto row =
+      std::find_if(kControls.begin(), kControls.end(), [keyword](const Control& row) { return row.keyword == keyword; });
+  return row == kControls.end() ? nullptr : &*row;
+}
+
 } // namespace
+
+bool brindle::IsControlKind(KEYWORD_TYPE keyword) noexcept {
+  return FindControl(keyword) != nullptr;
+}
 
 bool CBrindle::CreateItemTemplate(std::uint32_t style, const CBasicVariableArray& args, int id, std::uint16_t classCode,
                                   std::vector<std::byte>& item) {
@@ -94,9 +102,8 @@ bool CBrindle::ExecControl(std::vector<std::byte>& item, int& id, CString& handl
   const KEYWORD_TYPE keyword = m_pState->token.keyword;
   Arguments args;
   ReadOperands(args, kControlParameters);
-  const auto control = std::find_if(kControls.begin(), kControls.end(),
-                                    [keyword](const Control& row) { return row.keyword == keyword; });
-  if (control == kControls.end())
+  const Control* const control = FindControl(keyword);
+  if (control == nullptr)
     return Fail(kErrorDialogControl);
   if (args.GetSize() < kControlParameters)
     return Fail(kErrorSyntax);

@@ -1,5 +1,7 @@
 #include "brindle/variable.h"
 
+#include "platform/memory_account.h"
+
 #include <algorithm>
 #include <cassert>
 #include <iterator>
@@ -41,13 +43,13 @@ void CBasicVariable::ItemList::Destroy() noexcept {
     return;
   }
   std::destroy_n(m_pHeap, m_nCount);
-  std::allocator<CVarBase>().deallocate(m_pHeap, static_cast<std::size_t>(m_nCapacity));
+  brindle::AccountedAllocator<CVarBase>().deallocate(m_pHeap, static_cast<std::size_t>(m_nCapacity));
 }
 
 void CBasicVariable::ItemList::Reserve(int capacity) {
   if (capacity <= m_nCapacity)
     return;
-  CVarBase* heap = std::allocator<CVarBase>().allocate(static_cast<std::size_t>(capacity));
+  CVarBase* heap = brindle::AccountedAllocator<CVarBase>().allocate(static_cast<std::size_t>(capacity));
   std::uninitialized_move_n(Data(), m_nCount, heap);
   Destroy();
   m_pHeap = heap;

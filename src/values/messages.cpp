@@ -8,7 +8,7 @@ namespace brindle {
 namespace {
 
 // Index = number. Spelling and grammar are fixed: hosts and users match on these texts.
-constexpr std::array<std::u16string_view, 60> kMessages = {
+constexpr std::array<std::u16string_view, 66> kMessages = {
     u"",
     u"Syntax error",
     u"Unbalanced parens",
@@ -69,6 +69,12 @@ constexpr std::array<std::u16string_view, 60> kMessages = {
     u"Invalid dBase file handle",
     u"True",
     u"False",
+    u"Limit of statements reached",
+    u"Limit of time reached",
+    u"Limit of memory reached",
+    u"Limit of nested calls reached",
+    u"Stopped by the host",
+    u"Not allowed",
 };
 
 } // namespace

@@ -103,9 +103,10 @@ public:
       SetTestsOwn(false);
       interpreter.reset();
       SetTestsOwn(true);
+      m_scenario.Finish(m_outcome);
       m_outcome.output += ui.Output();
       m_outcome.errors = ui.ErrorNumbers();
-      m_outcome.notices = ui.notices;
+      m_outcome.notices.insert(m_outcome.notices.end(), ui.notices.begin(), ui.notices.end());
       CBrindle fresh;
       if (fault.empty())
         fault = CheckGreeting(Greeting(fresh, greeting));

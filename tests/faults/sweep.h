@@ -65,6 +65,8 @@ public:
   virtual void Act(CBrindle* interpreter, Outcome& outcome);
   // Where messages go; the scenario's own, else a recording one.
   [[nodiscard]] virtual CUserInterface* UserInterface() { return nullptr; }
+  // Behind the interpreter's end, with nothing refused: lets go of what Prepare and Make made, but for files.
+  virtual void Finish(Outcome&) {}
   // What is wrong with what a trial with a refused call left, the interpreter included, which has ended. Empty when
   // nothing is. `reference` is the outcome of the trial without a refusal.
   [[nodiscard]] virtual std::string Judge(const Trial& trial, const Outcome& outcome, const Outcome& reference);

@@ -20,12 +20,11 @@ constexpr std::u16string_view kProcedure = u"evaluate";
 // text might change what ends it.
 constexpr std::string_view kBefore = R"(global g
 g = 7
-map m
+map create "m"
 type place
 x as double
 name as string
 endtype
-r as place
 call evaluate()
 call evaluate()
 call evaluate()
@@ -46,14 +45,15 @@ o = hostobject()
 dim list[4]
 list[0] = 1
 list[1] = "two"
+dim r as place
 r.x = 1.5
-mapset("m", "k", 5)
+call mapset("m", "k", 5)
 value = )";
 
 std::string ProgramOf(std::string_view expression) {
   std::string program(kBefore);
   program += expression;
-  program += "\nif ";
+  program += "\nmet = 0\nif ";
   program += expression;
   program += " then\nmet = 1\nendif\nresult = wrap(";
   program += expression;

@@ -1,4 +1,5 @@
 // The command-line runner: the first word chooses the command, any other first word belongs to a script to be run.
+#include "check_command.h"
 #include "encrypt_command.h"
 #include "register_command.h"
 #include "run_command.h"
@@ -18,6 +19,7 @@ struct Command {
 
 constexpr std::array kCommands = {
     Command{"run", &RunCommand},
+    Command{"check", &CheckCommand},
     Command{"encrypt", &EncryptCommand},
     Command{"register", &RegisterCommand},
     Command{"unregister", &UnregisterCommand},

@@ -1,5 +1,7 @@
 #include "run_command.h"
 
+#include "limit_options.h"
+
 #include <brindle/brindle.h>
 
 #include <functional>
@@ -14,6 +16,7 @@ struct Options {
   std::string onError;
   std::string codePage = "UTF-8";
   std::string route = "auto";
+  LimitOptions limits;
 };
 
 CConsoleUserInterface::ErrorPolicy PolicyOf(const Options& options) {
@@ -44,6 +47,12 @@ bool RunScript(const Options& options, CUserInterface& userInterface, const std:
   bool loaded = false;
   {
     CBrindle interpreter;
+    const CExecutionLimits limits = options.limits.Limits();
+    if (!interpreter.SetLimits(limits)) {
+      std::cerr << "brindle: no such folder: " << CEnvironment::PathToNative(limits.root) << '\n';
+      CUserInterface::SetDefault(nullptr);
+      return false;
+    }
     loaded = interpreter.ExecuteProgram(CEnvironment::PathFromNative(options.scripts.front()));
     if (loaded && interpreter.IsResident())
       serve();
@@ -92,10 +101,12 @@ void AddOptions(CLI::App& app, Options& options) {
   app.add_option("--route", options.route,
                  "For tests: auto, parser, eager or eager:N (give up at every N-th operation)")
       ->group("");
+  options.limits.AddTo(app);
   app.add_option("SCRIPT", options.scripts, "The script file")->type_name("");
 }
 
 void ApplySettings(const Options& options) {
+  options.limits.Check();
   if (!SetRoute(options.route))
     throw CLI::ValidationError("--route", "unknown route " + options.route);
   if (!CEnvironment::SetAnsiCodePage(options.codePage))
@@ -127,6 +138,7 @@ int BareCommand(const Words& words) {
   app.set_version_flag("--version", std::string("brindle ") + BRINDLE_VERSION);
   app.footer("Commands, as the first word (each with a --help of its own):\n"
              "  brindle run SCRIPT         runs a script, also one that is called like a command\n"
+             "  brindle check FILE...      says what is wrong with scripts, without running them\n"
              "  brindle encrypt IN OUT     writes the enciphered form of a script\n"
              "  brindle register FILE      lets scripts create objects of a server library\n"
              "  brindle unregister FILE    ends that");

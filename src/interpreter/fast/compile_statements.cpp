@@ -38,7 +38,7 @@ FastEntry* FastCompiler::EntryFrom(std::uint32_t position) {
   return &m_code.EntryOf(Significant(position));
 }
 
-void FastCompiler::BeginStatement(FastEntry& entry) {
+void FastCompiler::BeginStatement(FastEntry& entry, const Token& first) {
   if (entry.statement == nullptr) {
     m_code.m_statements.push_back({});
     entry.statement = &m_code.m_statements.back();
@@ -51,6 +51,9 @@ void FastCompiler::BeginStatement(FastEntry& entry) {
   m_deferred.clear();
   m_numbers = m_values = m_recordedNames = 0;
   m_fallsThrough = true;
+  if (m_isCounting && first.command != COMMAND_RETURN && first.command != COMMAND_ENDFUNCTION &&
+      first.command != COMMAND_ENDSUB)
+    Emit(FastOperation::Count);
   m_firstCell = m_chunk->cells.size();
 }
 
@@ -84,7 +87,7 @@ void FastCompiler::Compile(const Token& first) {
       break;
     }
     const std::size_t firstCell = m_chunk->cells.size();
-    BeginStatement(entry);
+    BeginStatement(entry, *token);
     if (!Statement(*token) || m_parser.IsRefused()) {
       DropStatement(firstCell);
       entry.refused = true;
@@ -448,11 +451,15 @@ bool FastCompiler::Loop(const Token& word) {
   // The comparison looks whether the loop is on top of the control stack, unless something is computed before it.
   constexpr std::size_t kComparison = 2;
   const std::size_t first = m_chunk->cells.size();
-  if (!emit())
+  if (!m_isCounting && !emit())
     return false;
   if (m_chunk->cells.size() != first + kComparison) {
     DropStatement(first);
     Emit(FastOperation::LoopAgain, begin.start);
+    if (m_isCounting) {
+      m_statement = condition; // the "do" is a statement of its own
+      Emit(FastOperation::Count);
+    }
     if (!emit())
       return false;
   }
@@ -467,7 +474,8 @@ bool FastCompiler::Goto() {
   if (!position || *position >= m_text.Length())
     return false;
   m_next = m_parser.Position();
-  EmitJump(*EntryFrom(*position));
+  FastEntry& target = *EntryFrom(*position);
+  m_chunk->cells[Emit(FastOperation::Goto)].SetTarget(target);
   m_fallsThrough = false;
   return true;
 }

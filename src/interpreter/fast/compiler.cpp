@@ -8,7 +8,7 @@ namespace brindle {
 
 FastCompiler::FastCompiler(CBrindle& interpreter)
     : m_interpreter(interpreter), m_state(*interpreter.m_pState), m_text(*m_state.program), m_code(m_text.Fast()),
-      m_parser(m_text, m_state.words) {}
+      m_parser(m_text, m_state.words), m_isCounting(m_state.budget->IsCounting()) {}
 
 std::int32_t FastCompiler::HandlerOf(FastOperation operation) {
   return FastMachine::Handlers()[static_cast<std::size_t>(operation)];
@@ -22,6 +22,7 @@ bool MayGiveUp(FastOperation operation) {
   case FastOperation::Exit:
   case FastOperation::Jump:
   case FastOperation::Nothing:
+  case FastOperation::Count:
   case FastOperation::Return:
   case FastOperation::PopLoop:
   case FastOperation::PushLoop: return false;

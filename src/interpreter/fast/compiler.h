@@ -59,7 +59,7 @@ private:
                                    bool whenTrue = false);
   [[nodiscard]] FastEntry* EntryBehindSkip(COMMAND_TYPE open, COMMAND_TYPE close, COMMAND_TYPE middle);
   const Token& Significant(std::uint32_t position);
-  void BeginStatement(FastEntry& entry);
+  void BeginStatement(FastEntry& entry, const Token& first);
   void DropStatement(std::size_t firstCell);
 
   // ---- expressions (compile_expressions.cpp)
@@ -130,6 +130,7 @@ private:
   std::uint32_t m_recordedNames = 0; // arguments that a call in progress has read
   std::uint32_t m_next = 0;          // position behind the statement
   bool m_fallsThrough = true;
+  bool m_isCounting;
 };
 
 } // namespace brindle

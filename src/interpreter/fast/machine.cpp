@@ -118,9 +118,7 @@ void FastMachine::Run(const FastEntry& entry) {
 // Whether the call can be made here: all its variables can be overwritten without anybody noticing.
 [[gnu::always_inline]] inline bool FastMachine::CanEnter(const FastCallee& callee, const VariableSlot* inner,
                                                          const VariableSlot* arguments) {
-  // Frames of the machine are small, but each scope level has variables of its own.
-  constexpr std::size_t kDeepestCall = 50000;
-  if (m_fast.frames.size() >= kDeepestCall || !RawValues::IsPlain(RawValues::Kind(SlotAt(inner, callee.result))))
+  if (m_state.m_nScopeLevel > m_fast.deepestLevel || !RawValues::IsPlain(RawValues::Kind(SlotAt(inner, callee.result))))
     return false;
   for (std::size_t i = 0; i < callee.count; ++i)
     if (!RawValues::IsPlain(RawValues::Kind(SlotAt(inner, callee.slots[i]))) ||
@@ -141,6 +139,9 @@ void FastMachine::Run(const FastEntry& entry) {
     pc = static_cast<const FastEntry*>(entry)->code; \
     goto *(origin + pc->operation); \
   } while (false)
+
+// Where a program may go round for ever it looks whether it is to stop; the executing parser then does that.
+#define LOOK if (budget.IsStopping()) [[unlikely]] goto giveUp;
 
 // The operands of a pair of classes into x and y, or the way out.
 #define LOAD_SS if (!Left(SLOT(b), x) || !Right(SLOT(c), y)) [[unlikely]] goto giveUp;
@@ -170,7 +171,7 @@ void FastMachine::Run(const FastEntry& entry) {
   NAME##_##PAIR: { \
     if (state.control.empty() || state.control.back().position != pc->a || state.control.back().site != nullptr) \
       [[unlikely]] goto giveUpLoop; \
-    double x; double y; LOAD_##PAIR if (x SIGN y) GO_TO(pc[1].Pointer()); NEXT(2); \
+    double x; double y; LOAD_##PAIR if (x SIGN y) { LOOK GO_TO(pc[1].Pointer()); } NEXT(2); \
   }
 #define WHILE(NAME, SIGN) \
   WHILE_PAIR(NAME, SS, SIGN) WHILE_PAIR(NAME, SN, SIGN) WHILE_PAIR(NAME, SK, SIGN) \
@@ -191,6 +192,7 @@ void FastMachine::Execute(FastMachine* machine, const FastCell* pc, const std::i
   char* const origin = static_cast<char*>(&&Exit);
   InterpreterState& state = machine->m_state;
   VariableStore& store = state.m_mapVariables;
+  ExecutionBudget& budget = machine->m_budget;
   VariableSlot* base = store.FrameAt(state.m_nScopeLevel);
   std::uint32_t position = 0;
   double x = 0;
@@ -221,6 +223,9 @@ goOn:
   pc = resume;
   goto*(origin + pc->operation);
 
+Goto:
+  LOOK
+  GO_TO(&pc->Target());
 Jump:
   GO_TO(&pc->Target());
 Nothing:
@@ -230,6 +235,11 @@ Probe:
     state.fast.untilGiveUp = state.fast.giveUpEvery;
     goto giveUp;
   }
+  NEXT(1);
+
+Count:
+  if (!budget.TakeCounted()) [[unlikely]]
+    goto giveUp;
   NEXT(1);
 
   ARITHMETIC(Add, +)
@@ -437,6 +447,7 @@ Next: {
   VariableSlot& counter = SlotAt(base, loop.slot);
   if (RawValues::Kind(counter) != RawValues::kNumber) [[unlikely]]
     goto giveUp;
+  LOOK
   const double count = RawValues::Double(counter) + 1.0;
   RawValues::Double(counter) = count;
   if (count > state.control.back().value) {
@@ -453,6 +464,7 @@ Loop: {
   if (state.control.empty() || state.control.back().position != loop.position) [[unlikely]]
     if (!machine->LinkLoop(loop, false))
       goto giveUp;
+  LOOK
   state.control.pop_back();
   GO_TO(loop.target);
 }
@@ -525,6 +537,7 @@ Call: {
   VariableSlot* const inner = store.FrameAt(state.m_nScopeLevel + 1);
   if (!machine->CanEnter(callee, inner, &SLOT(a))) [[unlikely]]
     goto giveUp;
+  LOOK
   state.fast.frames.push_back({pc + 2, base, static_cast<std::uint32_t>(store.FrameSize()),
                                static_cast<std::uint32_t>(state.control.size()), machine->m_code.Generation(),
                                state.stop});

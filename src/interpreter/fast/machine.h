@@ -18,6 +18,7 @@ namespace brindle {
 
 class VariableSlot;
 struct InterpreterState;
+class ExecutionBudget;
 
 // How programs are run; all but the first are for tests.
 enum class FastMode {
@@ -47,7 +48,10 @@ struct FastFrame {
 
 // What the fast route of one interpreter holds.
 struct FastState {
+  static constexpr int kDeepestLevel = 50000; // frames are small, but each scope level has variables of its own
+
   FastMode mode = m_defaultMode;
+  int deepestLevel = kDeepestLevel; // the last one that makes calls here
   std::uint32_t giveUpEvery = m_defaultGiveUpEvery; // operations, in eager mode
   std::uint32_t untilGiveUp = m_defaultGiveUpEvery;
   std::vector<FastFrame> frames;
@@ -126,6 +130,7 @@ private:
   InterpreterState& m_state;
   FastState& m_fast;
   FastCode& m_code;
+  ExecutionBudget& m_budget;
   std::size_t m_depth; // of the frames when this machine began
   int m_level;         // scope level then
   bool m_isDone = false;

@@ -21,7 +21,7 @@ constexpr std::uint32_t kMostBails = 2;
 
 FastMachine::FastMachine(CBrindle& interpreter)
     : m_interpreter(interpreter), m_state(*interpreter.m_pState), m_fast(m_state.fast), m_code(m_state.program->Fast()),
-      m_depth(m_fast.frames.size()), m_level(m_state.m_nScopeLevel) {}
+      m_budget(*m_state.budget), m_depth(m_fast.frames.size()), m_level(m_state.m_nScopeLevel) {}
 
 // The values of statements in progress that somebody could miss: objects.
 void FastMachine::ReleaseTemporaries() noexcept {
@@ -83,6 +83,9 @@ FastMachine::Way FastMachine::StepOn(const FastCell*& resume) {
 
 // The statement is run by the executing parser, which takes what was computed already from the tape.
 FastMachine::Way FastMachine::GiveUp(const FastCell* pc, const FastCell*& resume, bool isLoop) {
+  // The statement was counted when it began, unless that is where it gives up.
+  const bool isCounted = m_budget.IsCounting() && !m_budget.IsStopping() &&
+                         pc->operation != FastCompiler::HandlerOf(FastOperation::Count);
   const FastChunk& chunk = *m_code.ChunkOf(pc);
   const auto index = static_cast<std::size_t>(pc - chunk.cells.data());
   FastStatement& statement = isLoop ? *chunk.statements[index]->loop : *chunk.statements[index];
@@ -114,11 +117,13 @@ FastMachine::Way FastMachine::GiveUp(const FastCell* pc, const FastCell*& resume
   m_state.position = statement.entry->position;
   m_interpreter.get_token();
   if (m_fast.frames.size() == m_depth) {
+    if (!isCounted)
+      m_interpreter.CountStatement();
     m_interpreter.Exec_command();
     assert(m_fast.tape.IsEmpty());
     return Way::Left;
   }
-  const auto body = m_interpreter.StepBody();
+  const auto body = m_interpreter.StepBody(isCounted);
   assert(m_fast.tape.IsEmpty());
   switch (body) {
   case CBrindle::BodyState::Ended: return Way::Returned;

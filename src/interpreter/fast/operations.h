@@ -17,7 +17,7 @@
 #define BRINDLE_FAST_ARITHMETIC(X, NAME) BRINDLE_FAST_PAIRS(X, NAME##N) BRINDLE_FAST_PAIRS(X, NAME##S)
 
 #define BRINDLE_FAST_OPERATIONS(X) \
-  X(Exit) X(Jump) X(Nothing) X(Probe) X(Return) \
+  X(Exit) X(Jump) X(Goto) X(Nothing) X(Probe) X(Count) X(Return) \
   BRINDLE_FAST_ARITHMETIC(X, Add) BRINDLE_FAST_ARITHMETIC(X, Subtract) \
   BRINDLE_FAST_ARITHMETIC(X, Multiply) BRINDLE_FAST_ARITHMETIC(X, Divide) \
   X(Power) X(Remainder) X(Negate) X(LoadLeft) X(LoadRight) X(LoadConstant) X(LoadGlobal) \

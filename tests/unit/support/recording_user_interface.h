@@ -47,7 +47,7 @@ public:
 
   // The numbers of the errors shown, in order; 0 stands for a box without a message, -1 for an unknown one.
   [[nodiscard]] std::vector<int> ErrorNumbers() const {
-    constexpr int kLargestNumber = 59;
+    constexpr int kLargestNumber = 65;
     std::vector<int> numbers;
     for (const std::string& error : errors) {
       int found = error.starts_with("\n") ? 0 : -1;

@@ -1,0 +1,10 @@
+dialog "d", 0, 0, 100, 50
+  control button "go", 3, 1, 1, 20, 10
+  oninit start
+enddialog
+end
+sub start(result)
+  alter 3
+    position 1, 2  # problem: alter-line@5
+  endalter
+endsub

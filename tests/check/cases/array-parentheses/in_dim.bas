@@ -1,0 +1,1 @@
+dim a(10)  # problem: array-parentheses@5

@@ -1,0 +1,2 @@
+x = 1
+x++  # problem: assignment-operator@2

@@ -1,0 +1,1 @@
+print len()  # problem: built-in-arguments@7

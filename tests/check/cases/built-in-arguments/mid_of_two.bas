@@ -1,0 +1,1 @@
+print mid("abc", 1)  # problem: built-in-arguments@7

@@ -1,0 +1,1 @@
+print len("a", "b")  # problem: built-in-surplus@7

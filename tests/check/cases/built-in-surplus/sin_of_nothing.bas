@@ -1,0 +1,1 @@
+print sin()  # problem: built-in-surplus@7

@@ -1,0 +1,1 @@
+﻿print "never"  # problem: byte-order-mark@1

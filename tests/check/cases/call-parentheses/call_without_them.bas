@@ -1,0 +1,4 @@
+call f  # problem: call-parentheses@6
+end
+sub f()
+endsub

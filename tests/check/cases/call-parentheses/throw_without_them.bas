@@ -1,0 +1,1 @@
+throw done  # problem: call-parentheses@7

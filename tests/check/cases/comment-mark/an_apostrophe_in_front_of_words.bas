@@ -1,0 +1,3 @@
+print "a"
+' two words  # problem: comment-mark@1
+# runs: error

@@ -1,0 +1,2 @@
+true = 5
+print true

@@ -1,0 +1,1 @@
+x = true  # problem: constant-case@5

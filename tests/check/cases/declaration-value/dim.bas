@@ -1,0 +1,1 @@
+dim x = 5  # problem: declaration-value@7

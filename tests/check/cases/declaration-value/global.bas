@@ -1,0 +1,1 @@
+global x = 5  # problem: declaration-value@10

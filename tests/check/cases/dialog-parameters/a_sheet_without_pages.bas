@@ -1,0 +1,2 @@
+propertysheet "s"  # problem: dialog-parameters@1
+enddialog

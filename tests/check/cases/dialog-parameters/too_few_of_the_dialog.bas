@@ -1,0 +1,2 @@
+dialog "d", 0, 0  # problem: dialog-parameters@1
+enddialog

@@ -1,0 +1,1 @@
+print len("a""b")  # problem: doubled-quote@14

@@ -1,0 +1,2 @@
+x = "say ""hi"""  # problem: doubled-quote@11
+print x

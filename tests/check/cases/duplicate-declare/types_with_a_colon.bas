@@ -1,0 +1,1 @@
+declare function f lib "nowhere" () as integer: print "on"

@@ -1,0 +1,4 @@
+goto a
+a:
+print "x"
+a:  # problem: duplicate-label@1

@@ -1,0 +1,1 @@
+let x = 5  # problem: exit-statement@1

@@ -1,0 +1,2 @@
+x = 1
+select case x  # problem: exit-statement@1

@@ -1,0 +1,1 @@
+print 1e-3  # problem: exponent-sign@7

@@ -1,0 +1,2 @@
+print 1e3
+print 1.5e3

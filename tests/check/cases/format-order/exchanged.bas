@@ -1,0 +1,1 @@
+print format("%d", 5)  # problem: format-order@7

@@ -1,0 +1,2 @@
+open "f.txt" for output as #1
+# problem: missing-expression@28

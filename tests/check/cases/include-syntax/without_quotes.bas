@@ -1,0 +1,1 @@
+include other.bas  # problem: include-syntax@9

@@ -1,0 +1,1 @@
+dim a[0]  # problem: index-bounds@6

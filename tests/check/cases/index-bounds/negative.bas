@@ -1,0 +1,2 @@
+dim a[3]
+a[-1] = 6  # problem: index-bounds@1

@@ -1,0 +1,1 @@
+dim a[16001]  # problem: index-bounds@6

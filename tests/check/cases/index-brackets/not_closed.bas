@@ -1,0 +1,2 @@
+dim a[3]
+x = a[1  # problem: index-brackets@6

@@ -1,0 +1,3 @@
+x = 1
+global x  # problem: late-global@8
+print x

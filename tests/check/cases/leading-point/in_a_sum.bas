@@ -1,0 +1,1 @@
+x = 1 + .5  # problem: leading-point@9

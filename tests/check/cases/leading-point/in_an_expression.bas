@@ -1,0 +1,1 @@
+x = .5  # problem: leading-point@5

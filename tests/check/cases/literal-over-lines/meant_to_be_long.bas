@@ -1,0 +1,3 @@
+x = "a
+b"
+print x

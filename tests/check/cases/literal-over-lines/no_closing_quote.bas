@@ -1,0 +1,4 @@
+x = 1
+print "a
+print x
+# problem on line 2: literal-over-lines@7

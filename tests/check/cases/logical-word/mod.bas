@@ -1,0 +1,1 @@
+x = 7 mod 2  # problem: logical-word@7

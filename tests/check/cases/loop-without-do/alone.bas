@@ -1,0 +1,2 @@
+print "a"
+loop  # problem: loop-without-do@1

@@ -1,0 +1,1 @@
+map new "ages"  # problem: map-word@5

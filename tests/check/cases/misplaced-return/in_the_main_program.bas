@@ -1,0 +1,2 @@
+return  # problem: misplaced-return@1
+print "on"

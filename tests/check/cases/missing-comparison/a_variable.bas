@@ -1,0 +1,4 @@
+done = 1
+if done then  # problem: missing-comparison@9
+  print "y"
+endif

@@ -1,0 +1,2 @@
+type Point  # problem: missing-end-block@1
+  x as integer

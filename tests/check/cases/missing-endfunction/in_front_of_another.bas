@@ -1,0 +1,6 @@
+call f()
+end
+sub f()  # problem: missing-endfunction@5
+  print "in"
+sub g()
+endsub

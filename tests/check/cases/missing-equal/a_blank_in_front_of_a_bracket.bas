@@ -1,0 +1,2 @@
+dim a[3]
+a [1] = 4  # problem: missing-equal@1

@@ -1,0 +1,1 @@
+hello world  # problem: missing-equal@1

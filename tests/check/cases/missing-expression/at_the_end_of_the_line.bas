@@ -1,0 +1,1 @@
+x = 1 +  # problem: missing-expression@10

@@ -1,0 +1,2 @@
+x =
+# problem on line 1: missing-expression@4

@@ -1,0 +1,1 @@
+x = 5 // half  # problem: missing-expression@7

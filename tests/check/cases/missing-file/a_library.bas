@@ -1,0 +1,2 @@
+library "nowhere.bas"  # problem: missing-file@9
+print "on"

@@ -1,0 +1,2 @@
+include "nowhere.bas"  # problem: missing-file@9
+print "on"

@@ -1,0 +1,2 @@
+for i = 1 to 3  # problem: missing-next@1
+  print i

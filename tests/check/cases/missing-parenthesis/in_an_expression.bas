@@ -1,0 +1,1 @@
+x = (1 + 2  # problem: missing-parenthesis@5

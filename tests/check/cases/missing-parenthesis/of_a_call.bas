@@ -1,0 +1,1 @@
+print len("a"  # problem: missing-parenthesis@10

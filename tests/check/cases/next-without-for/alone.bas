@@ -1,0 +1,1 @@
+next  # problem: next-without-for@1

@@ -1,0 +1,3 @@
+alter 3  # problem: no-dialog@1
+  title "x"
+endalter

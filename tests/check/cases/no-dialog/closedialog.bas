@@ -1,0 +1,1 @@
+closedialog  # problem: no-dialog@1

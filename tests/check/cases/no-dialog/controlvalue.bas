@@ -1,0 +1,1 @@
+print controlvalue(3)  # problem: no-dialog@7

@@ -1,0 +1,3 @@
+sub f()  # problem: no-main-program@1
+endsub
+# runs: error

@@ -1,0 +1,5 @@
+x = f()  # problem: no-result@5
+end
+sub f()
+  print "in"
+endsub

@@ -1,0 +1,1 @@
+input x  # problem: not-a-statement@1

@@ -1,0 +1,2 @@
+a = "x"
+b = a & a  # problem: not-a-statement@7

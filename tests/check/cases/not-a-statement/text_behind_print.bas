@@ -1,0 +1,1 @@
+print "a" "b"  # problem: not-a-statement@11

@@ -1,0 +1,1 @@
+print 0x10  # problem: number-format@7

@@ -1,0 +1,1 @@
+open "f.txt" for output  # problem: open-number@1

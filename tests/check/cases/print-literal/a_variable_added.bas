@@ -1,0 +1,2 @@
+b = 1
+print "a" + b  # problem: print-literal@11

@@ -1,0 +1,4 @@
+print "main"
+end
+sub f()
+endsub

@@ -1,0 +1,3 @@
+print "main"
+sub f()  # problem: procedure-in-flow@1
+endsub

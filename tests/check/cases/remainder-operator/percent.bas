@@ -1,0 +1,1 @@
+print 7 % 2  # problem: remainder-operator@9

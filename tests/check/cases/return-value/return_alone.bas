@@ -1,0 +1,6 @@
+print f(2)
+end
+function f(a)
+  f = a
+  return
+endfunction

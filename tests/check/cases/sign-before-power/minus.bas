@@ -1,0 +1,1 @@
+print -2 ^ 2  # problem: sign-before-power@7

@@ -1,0 +1,2 @@
+print "a"
+; ,  # problem: stray-text@1

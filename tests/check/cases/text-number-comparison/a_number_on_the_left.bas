@@ -1,0 +1,3 @@
+a = 5
+if a = "5" then print "y" endif
+if a = "five" then print "y" endif  # problem: text-number-comparison@6

@@ -1,0 +1,1 @@
+a$ = "x"  # problem: type-suffix@1

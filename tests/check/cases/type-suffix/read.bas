@@ -1,0 +1,2 @@
+a = "x"
+print a$  # problem: stray-text@8

@@ -1,0 +1,1 @@
+a[3] = 1  # problem: undefined-array@1

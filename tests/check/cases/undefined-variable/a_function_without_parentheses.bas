@@ -1,0 +1,5 @@
+x = f  # problem: undefined-variable@5
+end
+function f()
+  f = 1
+endfunction

@@ -1,0 +1,1 @@
+watch create x changed  # problem: undefined-variable@14

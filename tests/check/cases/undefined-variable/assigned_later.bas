@@ -1,0 +1,2 @@
+x = y  # problem: undefined-variable@5
+y = 1

@@ -1,0 +1,7 @@
+goto b
+a:
+print y + 1
+end
+b:
+y = 1
+goto a

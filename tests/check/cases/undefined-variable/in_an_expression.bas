@@ -1,0 +1,1 @@
+x = y + 1  # problem: undefined-variable@5

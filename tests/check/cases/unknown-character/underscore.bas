@@ -1,0 +1,1 @@
+_x = 5  # problem: unknown-character@1

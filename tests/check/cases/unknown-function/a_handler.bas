@@ -1,0 +1,1 @@
+event create done nobody  # problem: unknown-function@19

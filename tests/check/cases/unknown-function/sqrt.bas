@@ -1,0 +1,1 @@
+print sqrt(4)  # problem: unknown-function@7

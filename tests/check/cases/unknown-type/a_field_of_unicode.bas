@@ -1,0 +1,3 @@
+type T
+  s as unicode  # problem: unknown-type@8
+endtype

@@ -1,0 +1,1 @@
+dim n as boolean  # problem: unknown-type@10

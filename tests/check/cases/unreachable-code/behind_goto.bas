@@ -1,0 +1,4 @@
+goto a
+print "never"  # problem: unreachable-code@1
+a:
+print "on"

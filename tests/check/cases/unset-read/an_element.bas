@@ -1,0 +1,1 @@
+x = nobody[1]  # problem: unset-read@5

@@ -1,0 +1,1 @@
+print nobody  # problem: unset-read@7

@@ -1,0 +1,2 @@
+dim n as double
+n = n + 1  # problem: unset-value@5

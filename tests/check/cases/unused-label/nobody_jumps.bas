@@ -1,0 +1,2 @@
+again:  # problem: unused-label@1
+print "on"

@@ -1,0 +1,2 @@
+n = 5
+print n.size  # problem: value-kind@7

@@ -1,0 +1,1 @@
+close "f"  # problem: value-kind@1

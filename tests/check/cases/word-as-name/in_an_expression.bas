@@ -1,0 +1,1 @@
+x = value + 1  # problem: word-as-name@5

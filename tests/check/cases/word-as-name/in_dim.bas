@@ -1,0 +1,1 @@
+dim title  # problem: word-as-name@5

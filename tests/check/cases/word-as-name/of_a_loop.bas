@@ -1,0 +1,2 @@
+for value = 1 to 3  # problem: word-as-name@5
+next

@@ -1,0 +1,1 @@
+page = 1  # problem: word-as-name@1

@@ -1,0 +1,1 @@
+text = "x"  # problem: word-as-name@1

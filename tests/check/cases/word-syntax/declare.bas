@@ -1,0 +1,1 @@
+declare function f (a as integer)  # problem: word-syntax@20

@@ -1,0 +1,1 @@
+event add "a" "b"  # problem: word-syntax@7

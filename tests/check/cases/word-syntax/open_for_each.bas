@@ -1,0 +1,1 @@
+open "f.txt" for each as 1  # problem: word-syntax@18

@@ -1,0 +1,172 @@
+// The folder that no path of a script leads out of.
+#include "platform/file_root.h"
+#include "support/script_test.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class LimitsRootTest : public ScriptTest, public testing::WithParamInterface<bool> {
+protected:
+  LimitsRootTest() {
+    brindle::FileRoot::SetAlwaysWalks(GetParam());
+    m_folder.Write("root/in.txt", "inside\n");
+    m_folder.Write("root/Sub/Deep.txt", "deep\n");
+    m_folder.Write("outside.txt", "secret\n");
+    m_folder.Write("outside/more.txt", "secret\n");
+    m_folder.Write("rootlike/x.txt", "secret\n");
+    fs::create_symlink("../outside.txt", m_folder.Path("root/link.txt"));
+    fs::create_symlink(m_folder.Path("outside.txt"), m_folder.Path("root/absolute.txt"));
+    fs::create_symlink("../outside", m_folder.Path("root/linked"));
+    fs::create_symlink("Sub/Deep.txt", m_folder.Path("root/good.txt"));
+    fs::create_symlink("../nowhere", m_folder.Path("root/dangling"));
+    fs::create_symlink("round", m_folder.Path("root/round"));
+    CExecutionLimits limits;
+    limits.root = CString::FromUtf8(m_folder.Path("root").string());
+    EXPECT_TRUE(Interpreter().SetLimits(limits));
+  }
+  ~LimitsRootTest() override { brindle::FileRoot::SetAlwaysWalks(false); }
+
+  // The first line that "open" and "readline" give, or the number of the error.
+  std::string LineOf(const std::string& path) {
+    m_ui.Forget();
+    Run("open \"" + path + "\" for input as 1 text\nprint readline(1);\nclose 1\n", "root/script.bas");
+    const Numbers errors = m_ui.ErrorNumbers();
+    return errors.empty() ? m_ui.Output() : std::to_string(errors.front());
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(ByTheSystemAndByWalking, LimitsRootTest, testing::Bool());
+
+TEST_P(LimitsRootTest, paths_are_opened_below_the_root_only) {
+  const std::string folder = m_folder.Path("").string();
+  const struct {
+    std::string path;
+    std::string expected;
+  } rows[] = {
+      {"in.txt", "inside"},
+      {"\\in.txt", "inside"},
+      {"/in.txt", "inside"},
+      {"\\\\in.txt", "inside"},
+      {".\\in.txt", "inside"},
+      {"sub\\deep.TXT", "deep"},
+      {"SUB/../in.txt", "inside"},
+      {"good.txt", "deep"},
+      {"..\\outside.txt", "65"},
+      {"../nothing.txt", "65"},
+      {"\\..\\outside.txt", "65"},
+      {"sub\\..\\..\\outside.txt", "65"},
+      {"sub\\..\\..\\root\\in.txt", "65"},
+      {"..", "65"},
+      {"link.txt", "65"},
+      {"absolute.txt", "65"},
+      {"linked\\more.txt", "65"},
+      {"linked\\nothing.txt", "65"},
+      {"dangling", "65"},
+      {"round", "47"},
+      {folder + "outside.txt", "47"},
+      {folder + "nothing.txt", "47"},
+      {"/etc/passwd", "47"},
+      {"nothing.txt", "47"},
+      {"nothing/more.txt", "47"},
+      {"in.txt/more", "47"},
+      {"in.txt/", "47"},
+      {"", "47"},
+      {"sub", "47"},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(LineOf(row.path), row.expected) << row.path;
+}
+
+TEST_P(LimitsRootTest, files_are_made_below_the_root_only) {
+  Run("open \"new.txt\" for output as 1 text\ncall writeline(1, \"a\")\nclose 1\n"
+      "open \"\\sub\\NEW.txt\" for output as 1 text\nclose 1\n"
+      "open \"..\\made.txt\" for output as 1\nopen \"dangling\" for output as 1\n"
+      "open \"link.txt\" for output as 1\nopen \"linked\\made.txt\" for output as 1\nprint \"end\"\n");
+  EXPECT_EQ(m_ui.ErrorNumbers(), (Numbers{65, 65, 65, 65}));
+  EXPECT_EQ(m_folder.Read("root/new.txt"), "a");
+  EXPECT_TRUE(fs::exists(m_folder.Path("root/Sub/NEW.txt")));
+  EXPECT_FALSE(fs::exists(m_folder.Path("made.txt")));
+  EXPECT_FALSE(fs::exists(m_folder.Path("nowhere")));
+  EXPECT_FALSE(fs::exists(m_folder.Path("outside/made.txt")));
+  EXPECT_EQ(m_folder.Read("outside.txt"), "secret\n");
+}
+
+TEST_P(LimitsRootTest, findfiles_looks_below_the_root_only) {
+  Run("f = findfiles(\"\\sub\\*.txt\", 0)\nprint f\nf = findfiles(\"*.TXT\", 0)\nprint ubound(f)\n"
+      "f = findfiles(\"IN.txt\", 0)\nprint f\n"
+      "f = findfiles(\"..\\*\", 0)\nf = findfiles(\"linked\\*\", 0)\nf = findfiles(\"..\\outside.txt\", 0)\n"
+      "f = findfiles(\"/etc/*\", 0)\nprint \"end\"\n");
+  EXPECT_EQ(m_ui.ErrorNumbers(), (Numbers{65, 65, 65}));
+  EXPECT_TRUE(m_ui.Output().starts_with("Deep.txt\n")) << m_ui.Output();
+  EXPECT_NE(m_ui.Output().find("in.txt\n"), std::string::npos) << m_ui.Output();
+}
+
+TEST_P(LimitsRootTest, parts_of_a_program_come_from_below_the_root) {
+  m_folder.Write("root/part.bas", "print \"part\"\n");
+  m_folder.Write("part.bas", "print \"outside\"\n");
+  m_folder.Write("root/run.bas", "print \"run\"\n");
+  Run("include \"part.bas\"\ninclude \"..\\part.bas\"\nrun \"run.bas\"\nrun \"\\run.bas\"\nrun \"..\\part.bas\"\n"
+      "print \"end\"\n",
+      "root/main.bas");
+  EXPECT_EQ(m_ui.Output(), "part\nrun\nrun\nend\n");
+  for (const int number : m_ui.ErrorNumbers())
+    EXPECT_EQ(number, 65);
+  EXPECT_FALSE(m_ui.errors.empty());
+}
+
+TEST_P(LimitsRootTest, a_program_from_outside_stands_in_the_root_for_its_own_paths) {
+  m_folder.Write("root/part.bas", "print \"part\"\n");
+  Run("include \"part.bas\"\nevent create onstart begin\nprint \"main\"\nend\nsub begin(path)\nendsub\n", "main.bas");
+  EXPECT_EQ(m_ui.Output(), "part\nmain\n");
+  EXPECT_TRUE(m_ui.errors.empty());
+}
+
+TEST_P(LimitsRootTest, tables_and_what_stands_beside_them_are_below_the_root) {
+  Run("h = dbfcreate(\"t\", field(\"NAME\"))\nprint h > -1\nh = dbfcreate(\"..\\t\", field(\"NAME\"))\n"
+      "h = dbfopen(\"..\\outside\")\nh = dbfopen(\"linked\\t\")\nprint \"end\"\nend\n"
+      "function field(n)\ndim f[3]\nf[0] = n\nf[1] = \"Character\"\nf[2] = 5\nfield = f\nendfunction\n");
+  EXPECT_FALSE(fs::exists(m_folder.Path("t.dbf")));
+  EXPECT_TRUE(fs::exists(m_folder.Path("root/t.dbf"))) << m_ui.Output();
+  Numbers refused;
+  for (const int number : m_ui.ErrorNumbers())
+    if (number == 65)
+      refused.push_back(number);
+  EXPECT_EQ(refused, (Numbers{65, 65, 65}));
+}
+
+TEST_P(LimitsRootTest, what_a_file_dialog_gives_is_named_from_the_root) {
+  m_ui.fileAnswers = {CString::FromUtf8(m_folder.Path("root/Sub/Deep.txt").string()),
+                      CString::FromUtf8(m_folder.Path("root/Sub/new.txt").string()),
+                      CString::FromUtf8(m_folder.Path("outside.txt").string()),
+                      CString::FromUtf8(m_folder.Path("rootlike/x.txt").string())};
+  Run("f = fileopendlg(\"\", \"\", \"\")\nprint f\nprint filesaveasdlg(\"\", \"\", \"\")\n"
+      "open f for input as 1 text\nprint readline(1)\n"
+      "print fileopendlg(\"\", \"\", \"\")\nprint fileopendlg(\"\", \"\", \"\")\n");
+  EXPECT_EQ(m_ui.Output(), "\\Sub\\Deep.txt\n\\Sub\\new.txt\ndeep\n\n\n");
+  EXPECT_EQ(m_ui.ErrorNumbers(), (Numbers{65, 65}));
+}
+
+TEST_P(LimitsRootTest, sounds_and_programs_come_from_below_the_root) {
+  Run("playsound \"..\\outside.txt\"\nrunexe \"..\\outside.txt\"\nplaysound \"in.txt\"\nplaysound \"nothing.wav\"\n");
+  EXPECT_EQ(m_ui.ErrorNumbers(), (Numbers{65, 65}));
+  ASSERT_EQ(m_ui.sounds.size(), 1U);
+  EXPECT_EQ(m_ui.sounds[0], fs::canonical(m_folder.Path("root/in.txt")).string());
+}
+
+TEST_P(LimitsRootTest, a_root_that_is_no_folder_is_refused_and_the_old_one_stays) {
+  CExecutionLimits limits;
+  for (const char* name : {"nowhere", "outside.txt"}) {
+    limits.root = CString::FromUtf8(m_folder.Path(name).string());
+    EXPECT_FALSE(Interpreter().SetLimits(limits)) << name;
+  }
+  EXPECT_EQ(LineOf("..\\outside.txt"), "65");
+}
+
+TEST_P(LimitsRootTest, a_root_that_is_moved_meanwhile_stays_the_folder_that_it_was) {
+  fs::rename(m_folder.Path("root"), m_folder.Path("moved"));
+  m_folder.Write("root/in.txt", "another\n");
+  EXPECT_EQ(LineOf("in.txt"), "inside");
+}
+
+} // namespace

@@ -4,13 +4,19 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <limits>
+#include <thread>
 
 namespace brindle {
 
 namespace {
 
 constexpr std::size_t kLargestBlock = std::size_t{64} << 10;
+// Behind every byte that a table can have.
+constexpr std::uint64_t kEndLock = std::uint64_t{1} << 62;
+constexpr std::chrono::seconds kPatience(2);
+constexpr std::chrono::microseconds kRetryPause(200);
 constexpr std::uint64_t kUnknown = std::numeric_limits<std::uint64_t>::max();
 
 // How often tables were written to, by a hash of the file's name without its folder: two paths may lead to one
@@ -35,8 +41,6 @@ bool TableFile::Open(const CString& path, unsigned flags) {
     return false;
   }
   m_pWrites = &WriteCountOf(path);
-  m_bExclusive = (flags & CFile::shareExclusive) != 0;
-  m_nLength = kUnknownLength;
   return true;
 }
 
@@ -105,14 +109,11 @@ void TableFile::Write(std::string_view bytes) {
     m_file.Write(bytes.data(), bytes.size());
   } catch (...) {
     m_pWrites->fetch_add(1, std::memory_order_acq_rel); // some of the bytes may be there
-    m_nLength = kUnknownLength;
     throw;
   }
   CountWrite(bytes);
   m_nPosition += bytes.size();
   m_nFilePosition = m_nPosition;
-  if (m_nLength != kUnknownLength)
-    m_nLength = std::max(m_nLength, m_nPosition);
 }
 
 // Tells other tables, and brings the own block up to date where that was the only write since.
@@ -132,8 +133,20 @@ void TableFile::CountWrite(std::string_view bytes) noexcept {
 
 void TableFile::SetLength(std::uint64_t length) {
   m_pWrites->fetch_add(1, std::memory_order_acq_rel);
-  m_nLength = kUnknownLength;
   m_file.SetLength(length);
+}
+
+EndOfTable::EndOfTable(TableFile& table) : m_table(table) {
+  const auto end = std::chrono::steady_clock::now() + kPatience;
+  while (!m_table.m_file.TryLockByte(kEndLock)) {
+    if (std::chrono::steady_clock::now() > end)
+      throw CFileException(CFileException::accessDenied, 0);
+    std::this_thread::sleep_for(kRetryPause);
+  }
+}
+
+EndOfTable::~EndOfTable() {
+  m_table.m_file.UnlockByte(kEndLock);
 }
 
 } // namespace brindle

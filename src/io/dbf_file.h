@@ -34,14 +34,8 @@ public:
   // Writes at the position, in one call to the system, and moves behind it.
   void Write(std::string_view bytes);
 
-  // Of a file opened without sharing it is asked of the system once: nobody else changes it.
-  [[nodiscard]] std::uint64_t GetLength() {
-    if (!m_bExclusive)
-      return m_file.GetLength();
-    if (m_nLength == kUnknownLength)
-      m_nLength = m_file.GetLength();
-    return m_nLength;
-  }
+  // Asked of the system each time: another program may have appended.
+  [[nodiscard]] std::uint64_t GetLength() const { return m_file.GetLength(); }
   void SetLength(std::uint64_t length);
   void Flush() { m_file.Flush(); }
 
@@ -50,11 +44,9 @@ private:
   void CountWrite(std::string_view bytes) noexcept;
   void DropBlock() noexcept;
 
-  static constexpr std::uint64_t kUnknownLength = ~std::uint64_t{0};
+  friend class EndOfTable;
 
   CFile m_file;
-  bool m_bExclusive = false;
-  std::uint64_t m_nLength = kUnknownLength; // of an exclusive file, once asked for
   std::uint64_t m_nPosition = 0;
   std::uint64_t m_nFilePosition = 0; // the system's
   std::string m_block;
@@ -62,6 +54,19 @@ private:
   std::size_t m_nNextBlock = 0;    // how much to read ahead next
   std::uint64_t m_nWritesSeen = 0; // the count of writes when the block was read
   std::atomic<std::uint64_t>* m_pWrites = nullptr;
+};
+
+// While it lives nobody else that appends to the table or closes it moves the table's end. Throws CFileException when
+// somebody else keeps that right for too long, because he was stopped in the middle, say.
+class EndOfTable {
+public:
+  explicit EndOfTable(TableFile& table);
+  EndOfTable(const EndOfTable&) = delete;
+  EndOfTable& operator=(const EndOfTable&) = delete;
+  ~EndOfTable();
+
+private:
+  TableFile& m_table;
 };
 
 } // namespace brindle

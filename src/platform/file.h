@@ -76,6 +76,12 @@ public:
   // The position stays as it is.
   void SetLength(std::uint64_t length);
 
+  // Takes one byte for this opening alone, against every other one of the file that asks for it, in this process or
+  // another; the byte may lie behind the end. False while somebody else has it. It is advisory, and a file system
+  // without locks always gives it.
+  [[nodiscard]] bool TryLockByte(std::uint64_t position) noexcept;
+  void UnlockByte(std::uint64_t position) noexcept;
+
   // Waits until the contents are on the device: for data that must outlive a loss of power, not for every write.
   void Flush();
   void Close() noexcept;

@@ -8,9 +8,11 @@ endless wait, and what was written before is in the file.
 The last line is "N passed, N failed", with ", N skipped" when something was skipped.
 """
 import argparse
+import fcntl
 import os
 import resource
 import shutil
+import struct
 import subprocess
 import sys
 import tempfile
@@ -22,6 +24,9 @@ from table_reading import Tally, read_table
 SLOW = bool(os.environ.get("BRINDLE_SLOW_TESTS"))
 TIME_LIMIT = 240 if SLOW else 60
 FIELD = 'dim field[3]\nfield[0] = "WHAT"\nfield[1] = "C"\nfield[2] = 20\n'
+# How tables lock their end: one byte behind everything, for one opening alone.
+END_LOCK = 1 << 62
+F_OFD_SETLK = 37
 ERROR_53 = "Run-time file I/O error."
 
 
@@ -133,6 +138,18 @@ def a_table_removed_by_another_program_is_still_the_one_that_is_open(runner, fol
     (folder / "t.dbf").unlink()
     (folder / "go").touch()
     return expect((0, "True\nkept                \n2\nTrue\n", ""), program.finish(), "program")
+
+
+def a_program_that_stopped_while_it_appended_holds_nobody_up(runner, folder):
+    """Somebody else has the right to the table's end and does not give it back."""
+    Program(runner, folder, FIELD + 'h = dbfcreate("t", field)\nx = dbfappend(h, "one")\n').finish()
+    with open(folder / "t.dbf", "r+b") as table:
+        fcntl.fcntl(table, F_OFD_SETLK, struct.pack("hhqqi4x", fcntl.F_WRLCK, os.SEEK_SET, END_LOCK, 1, 0))
+        held = Program(runner, folder, 'h = dbfopen("t")\nprint dbfappend(h, "two")\nprint dbfclose(h)\n').finish()
+        before = read_table((folder / "t.dbf").read_bytes())
+    free = Program(runner, folder, 'h = dbfopen("t")\nprint dbfappend(h, "two")\nprint dbfnumrecords(h)\nprint dbfclose(h)\n').finish()
+    return (expect((0, "False\nTrue\n", ""), held, "while it is held") + expect(1, before.count, "records then") +
+            expect((0, "True\n2\nTrue\n", ""), free, "afterwards"))
 
 
 # ---- Disks that are full
@@ -281,6 +298,7 @@ def a_line_is_pulled_while_a_script_waits_for_long(runner, folder):
 
 TESTS = [two_programs_append_to_one_table, one_program_appends_to_the_table_that_another_has_created_and_keeps,
          a_reader_sees_whole_records_while_another_program_writes, a_table_in_creation_is_refused_to_a_second_creator,
+         a_program_that_stopped_while_it_appended_holds_nobody_up,
          a_table_removed_by_another_program_is_still_the_one_that_is_open, a_text_file_stops_at_the_limit_for_files,
          a_binary_file_stops_at_the_limit_for_files, a_text_file_fills_a_disk, a_binary_file_fills_a_disk,
          a_device_that_is_always_full_reports_every_write, the_runners_own_output_may_be_full,

@@ -99,10 +99,17 @@ def two_programs_append_to_one_table(runner, folder):
     return expect((0, "", ""), made, "creating") + append_together(runner, folder, ['h = dbfopen("t")\n'] * 2, 20000)
 
 
-def one_program_appends_to_the_table_that_another_has_created_and_keeps(runner, folder):
-    # The second opens it as soon as it is there.
-    second = 'h = -1\ndo while h < 0\n  h = dbfopen("t")\nloop\n'
-    return append_together(runner, folder, ['h = dbfcreate("t", field)\n', second], 20000)
+def a_table_that_another_program_has_created_takes_records_when_that_has_closed_it(runner, folder):
+    creator = Program(runner, folder, FIELD + 'h = dbfcreate("t", field)\nx = dbfappend(h, "one")\nopen "made" for output as 1\n'
+                      + WAIT + 'print dbfappend(h, "two")\nx = dbfclose(h)\n' + LOOK, "creator.bas")
+    await_file(folder / "made")
+    script = 'h = dbfopen("t")\nprint dbfappend(h, "three")\nx = dbfseek(h, 0)\nprint left(dbfread(h), 3)\n'
+    refused = Program(runner, folder, script, "second.bas").finish()
+    (folder / "go").touch()
+    problems = expect((0, "False\none\n", ""), refused, "while it is open") + expect((0, "True\n", ""), creator.finish(), "creator")
+    problems += expect((0, "True\none\n", ""), Program(runner, folder, script, "second.bas").finish(), "afterwards")
+    return problems + expect(["one", "two", "three"],
+                             [row[1][0].rstrip() for row in read_table((folder / "t.dbf").read_bytes()).counted], "records")
 
 
 def a_reader_sees_whole_records_while_another_program_writes(runner, folder):
@@ -296,7 +303,7 @@ def a_line_is_pulled_while_a_script_waits_for_long(runner, folder):
     return expect((0, "[]\nFalse\nTrue\n", ""), program.finish(), "program")
 
 
-TESTS = [two_programs_append_to_one_table, one_program_appends_to_the_table_that_another_has_created_and_keeps,
+TESTS = [two_programs_append_to_one_table, a_table_that_another_program_has_created_takes_records_when_that_has_closed_it,
          a_reader_sees_whole_records_while_another_program_writes, a_table_in_creation_is_refused_to_a_second_creator,
          a_program_that_stopped_while_it_appended_holds_nobody_up,
          a_table_removed_by_another_program_is_still_the_one_that_is_open, a_text_file_stops_at_the_limit_for_files,

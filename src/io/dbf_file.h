@@ -34,8 +34,9 @@ public:
   // Writes at the position, in one call to the system, and moves behind it.
   void Write(std::string_view bytes);
 
-  // Asked of the system each time: another program may have appended.
-  [[nodiscard]] std::uint64_t GetLength() const { return m_file.GetLength(); }
+  // Of a file whose end is this table's alone it is asked of the system only when another table of this process has
+  // written since.
+  [[nodiscard]] std::uint64_t GetLength();
   void SetLength(std::uint64_t length);
   void Flush() { m_file.Flush(); }
 
@@ -45,19 +46,24 @@ private:
   void DropBlock() noexcept;
 
   friend class EndOfTable;
+  struct SharedName;
+  static SharedName& NameOf(const CString& path);
 
   CFile m_file;
+  bool m_bOwnsEnd = false;         // as long as it is open: it was opened without sharing
+  std::uint64_t m_nLength = 0;     // of such a file
+  std::uint64_t m_nLengthSeen = 0; // the count of writes when the length was asked for, or 0
   std::uint64_t m_nPosition = 0;
   std::uint64_t m_nFilePosition = 0; // the system's
   std::string m_block;
   std::uint64_t m_nBlockStart = 0;
   std::size_t m_nNextBlock = 0;    // how much to read ahead next
   std::uint64_t m_nWritesSeen = 0; // the count of writes when the block was read
-  std::atomic<std::uint64_t>* m_pWrites = nullptr;
+  SharedName* m_pName = nullptr;
 };
 
-// While it lives nobody else that appends to the table or closes it moves the table's end. Throws CFileException when
-// somebody else keeps that right for too long, because he was stopped in the middle, say.
+// While it lives no other program that appends to the table or closes it moves the table's end. Throws CFileException
+// when another program has created the table and still has it open, or was stopped in the middle of appending.
 class EndOfTable {
 public:
   explicit EndOfTable(TableFile& table);
@@ -67,6 +73,7 @@ public:
 
 private:
   TableFile& m_table;
+  bool m_bTaken = false;
 };
 
 } // namespace brindle

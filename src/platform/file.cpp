@@ -286,8 +286,9 @@ void CFile::SetLength(std::uint64_t length) {
   }
 }
 
-bool CFile::TryLockByte(std::uint64_t position) noexcept {
-  return Uninterrupted([&] { return SystemLockByte(m_nDescriptor, position, F_WRLCK); }) == 0 ||
+bool CFile::TryLockByte(std::uint64_t position, ByteLock kind) noexcept {
+  const short type = kind == ByteLock::shared ? F_RDLCK : F_WRLCK;
+  return Uninterrupted([&] { return SystemLockByte(m_nDescriptor, position, type); }) == 0 ||
          (errno != EAGAIN && errno != EACCES);
 }
 

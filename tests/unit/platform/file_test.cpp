@@ -262,8 +262,14 @@ TEST_F(File, a_byte_is_locked_for_one_opening_alone) {
   EXPECT_FALSE(second.TryLockByte(far));
   first.UnlockByte(far);
   EXPECT_TRUE(second.TryLockByte(far));
+  EXPECT_FALSE(first.TryLockByte(far, CFile::ByteLock::shared));
   second.Close();
   EXPECT_TRUE(first.TryLockByte(far));
+  first.UnlockByte(far);
+  ASSERT_TRUE(third.Open(Path("f"), CFile::modeReadWrite));
+  EXPECT_TRUE(first.TryLockByte(far, CFile::ByteLock::shared));
+  EXPECT_TRUE(third.TryLockByte(far, CFile::ByteLock::shared));
+  EXPECT_FALSE(third.TryLockByte(far));
   EXPECT_EQ(Contents("f"), "text");
 }
 

@@ -4,9 +4,26 @@
 #include "io/dbf_file.h"
 #include "io/dbf_format.h"
 
+#include <algorithm>
 #include <utility>
 
 using namespace brindle;
+
+namespace {
+
+// Somebody else who has this table open too, and has closed it since its header was read here, has counted his records
+// in the file.
+unsigned long WithOthersRecords(unsigned long records, std::string_view headerFound, TableFile& file) {
+  file.Seek(0);
+  const std::string_view header = file.Peek(kTableHeaderSize);
+  if (header.size() < kTableHeaderSize)
+    return records;
+  const auto added = static_cast<std::int64_t>(ParseHeader(header).records) -
+                     static_cast<std::int64_t>(ParseHeader(headerFound).records);
+  return static_cast<unsigned long>(std::max<std::int64_t>(0, static_cast<std::int64_t>(records) + added));
+}
+
+} // namespace
 
 CDbf::CDbf() : m_pFile(std::make_unique<TableFile>()) {}
 
@@ -170,6 +187,8 @@ bool CDbf::Close() {
   bool done = true;
   if (IsOpen() && m_nMode != DBF_READ) {
     try {
+      const EndOfTable mine(*m_pFile);
+      m_nNumRecords = WithOthersRecords(m_nNumRecords, m_strHeader, *m_pFile);
       done = WriteHeader() >= 0;
       // Without room for records the file keeps its length: there is no place for the marker that is not the header.
       if (const std::uint64_t end = OffsetToEnd(); end > 0) {

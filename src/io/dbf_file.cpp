@@ -26,6 +26,7 @@ std::atomic<std::uint64_t>& WriteCountOf(const CString& path) {
 
 bool TableFile::Open(const CString& path, unsigned flags) {
   Close();
+  m_pWrites = &WriteCountOf(path); // needs memory: before anything is open
   if (!m_file.Open(path.View(), flags))
     return false;
   try {
@@ -34,7 +35,6 @@ bool TableFile::Open(const CString& path, unsigned flags) {
     Close(); // a pipe or a terminal: reading it could wait for ever
     return false;
   }
-  m_pWrites = &WriteCountOf(path);
   m_bExclusive = (flags & CFile::shareExclusive) != 0;
   m_nLength = kUnknownLength;
   return true;

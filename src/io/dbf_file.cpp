@@ -38,6 +38,7 @@ TableFile::SharedName& TableFile::NameOf(const CString& path) {
 
 bool TableFile::Open(const CString& path, unsigned flags) {
   Close();
+  m_pName = &NameOf(path); // needs memory: before anything is open
   if (!m_file.Open(path.View(), flags))
     return false;
   try {
@@ -46,7 +47,6 @@ bool TableFile::Open(const CString& path, unsigned flags) {
     Close(); // a pipe or a terminal: reading it could wait for ever
     return false;
   }
-  m_pName = &NameOf(path);
   m_nLengthSeen = 0;
   // The first byte tells others not to wait for the second.
   if ((flags & CFile::shareExclusive) != 0 && m_file.TryLockByte(kOwnerLock)) {

@@ -237,30 +237,39 @@ bool CDbf::Flush() {
   }
 }
 
+// Whether the file has lost its header meanwhile: then it is no table any more.
+bool CDbf::IsCutOff() const {
+  try {
+    return m_pFile->GetLength() < m_strHeader.size();
+  } catch (const CFileException&) {
+    return false;
+  }
+}
+
 bool CDbf::SwitchToWriteMode() {
   if (!IsOpen())
     return false;
   if (m_nMode != DBF_READ)
     return true;
-  // A table that may not be written to stays readable.
-  auto file = std::make_unique<TableFile>();
-  if (!file->Open(m_strFileName, CFile::modeReadWrite | CFile::shareDenyNone))
-    return false;
-  file->Close();
-
-  const std::uint64_t position = m_pFile->GetPosition();
-  const std::vector<CAttributePair> saved = std::move(m_pairs);
-  const bool deleted = m_bDeleted;
-  CleanUp();
-  m_pFile->Close();
-  m_nMode = DBF_READ_WRITE;
-  if (!OpenRead()) {
-    CleanUp();
+  // In an object of its own, so that a table that the system refuses to open or read once more stays as it is.
+  CDbf writable;
+  if (!writable.Open(m_strFileName, DBF_READ_WRITE)) {
+    if (IsCutOff())
+      Close();
     return false;
   }
-  for (std::size_t i = 0; i < saved.size() && i < m_pairs.size(); ++i)
-    m_pairs[i].SetValue(saved[i].GetValue());
-  m_bDeleted = deleted;
-  m_pFile->Seek(position);
+  for (std::size_t i = 0; i < m_pairs.size() && i < writable.m_pairs.size(); ++i)
+    writable.m_pairs[i].SetValue(m_pairs[i].GetValue());
+  writable.m_pFile->Seek(m_pFile->GetPosition());
+  m_pFile.swap(writable.m_pFile);
+  m_strHeader.swap(writable.m_strHeader);
+  m_descriptors.swap(writable.m_descriptors);
+  m_pairs.swap(writable.m_pairs);
+  m_nFilteredSize = -1;
+  m_nNumRecords = writable.m_nNumRecords;
+  m_nHeaderLength = writable.m_nHeaderLength;
+  m_nRecordLength = writable.m_nRecordLength;
+  m_nFieldsLength = writable.m_nFieldsLength;
+  m_nMode = std::exchange(writable.m_nMode, DBF_READ); // it closes the file that was only read
   return true;
 }

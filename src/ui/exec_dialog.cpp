@@ -61,8 +61,8 @@ DialogRectangle RectangleOf(const CBasicVariableArray& args, int first) {
 }
 
 const Control* FindControl(KEYWORD_TYPE keyword) {
-  const auto row =
-      std::find_if(kControls.begin(), kControls.end(), [keyword](const Control& row) { return row.keyword == keyword; });
+  const auto row = std::find_if(kControls.begin(), kControls.end(),
+                                [keyword](const Control& row) { return row.keyword == keyword; });
   return row == kControls.end() ? nullptr : &*row;
 }
 

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <memory>
 #include <optional>
+#include <string>
 
 /// Messages go to standard output, everything else to standard error; answers are lines of standard input.
 /// End of input answers every prompt: Cancel, No, no file, no entry. Timers tick while a prompt waits.
@@ -42,8 +43,8 @@ public:
   [[nodiscard]] int GetNumberOfErrors() const noexcept;
   /// Serves timers until the end of standard input, or until SIGINT or SIGTERM, which it takes over.
   void ServeUntilEndOfInput();
-  /// Runs the ticks that are due, for a host that waits for input itself; how long until the next one, nothing when no
-  /// timer runs.
+  /// For a host that waits for input itself: runs the ticks that are due and writes out what is buffered. How long
+  /// until the next tick; nothing when no timer runs.
   std::optional<std::chrono::milliseconds> ServeTimers();
 
   void ShowMessage(const CString& text) override;

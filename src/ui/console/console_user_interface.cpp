@@ -92,6 +92,7 @@ void CConsoleUserInterface::ServeUntilEndOfInput() {
 
 std::optional<std::chrono::milliseconds> CConsoleUserInterface::ServeTimers() {
   m_pState->timers.RunDue();
+  m_pState->streams.Flush();
   const auto next = m_pState->timers.NextTick();
   if (!next)
     return std::nullopt;
@@ -131,21 +132,6 @@ CUserInterface::ErrorAnswer CConsoleUserInterface::ShowErrorAt(const CString& te
 }
 
 CUserInterface::ErrorAnswer CConsoleUserInterface::Report(const CString& text, const std::string& detail) {
-  ++m_pState->errors;
-  m_pState->TellError(text);
-}
-
-CUserInterface::ErrorAnswer CConsoleUserInterface::ShowError(const CString& text) {
-  return Report(text.ToUtf8() + "\n");
-}
-
-CUserInterface::ErrorAnswer CConsoleUserInterface::ShowErrorAt(const CString& text, const CErrorPlace& place) {
-  const bool detailed = m_pState->detail == ErrorDetail::Automatic ? m_pState->streams.ErrorIsTerminal()
-                                                                   : m_pState->detail == ErrorDetail::Place;
-  return Report(text.ToUtf8() + "\n" + (detailed ? brindle::FormatErrorPlace(place) : std::string()));
-}
-
-CUserInterface::ErrorAnswer CConsoleUserInterface::Report(const std::string& text) {
   ++m_pState->errors;
   m_pState->TellError(text);
   if (!detail.empty())

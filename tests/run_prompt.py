@@ -148,7 +148,7 @@ def entries(runner, folder):
                                              "endfunction", "f(0)"], "1.000000\n2.000000\n"),
         ("a record type", ["type point", "x as double", "endtype", "1"], "1.000000\n"),
         ("for behind open starts no loop", ['open "t.txt" for output as 1 text', 'writeline(1, "hi")', "close 1",
-                                            'open "t.txt" for input as 1 text', "readline(1)", "close 1"], "hi\n"),
+                                            'open "t.txt" for input as 1 text', "readline(1)", "close 1"], "1\nhi\n"),
         ("end ends the entry alone", ["end", "1 + 1"], "2.000000\n"),
         ("letters of other scripts", ['print "Grüße, δ"'], "Grüße, δ\n"),
         ("include", ["include \"part.bas\"", "fromfile"], "8.000000\n"),

@@ -18,6 +18,7 @@ _brindle() {
   --ui) values='auto window console' ;;
   --on-error) values='ask continue abort' ;;
   --codepage) values='UTF-8 windows-1252 cp437 cp850 ISO-8859-1' ;;
+  --format) values='text json sarif' ;;
   esac
   if [[ -n $values ]]; then
     mapfile -t COMPREPLY < <(compgen -W "$values" -- "$word")
@@ -26,7 +27,8 @@ _brindle() {
 
   ((COMP_CWORD > 1)) && command=${COMP_WORDS[1]}
   case $command in
-  check | encrypt | register | unregister) options='--help' ;;
+  check) options='--format= --strict --function= --codepage= --codes --help' ;;
+  encrypt | register | unregister) options='--help' ;;
   run) ;;
   *) options+=' --version' ;;
   esac

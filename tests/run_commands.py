@@ -15,7 +15,7 @@ import sys
 import tempfile
 from pathlib import Path
 
-COMMANDS = ("run", "encrypt", "register", "unregister")
+COMMANDS = ("run", "check", "encrypt", "register", "unregister")
 
 passed = 0
 failed = 0
@@ -234,6 +234,8 @@ def completion(place, source):
         ("brindle register ", {"server.so", "scripts"}),
         ("brindle register --", {"--help"}),
         ("brindle --ui=console ma", {"main.bas"}),
+        ("brindle check --format=s", {"sarif"}),
+        ("brindle check --co", {"--codepage=", "--codes"}),
     ]
     for line, expected in cases:
         offered = complete(source, folder, line)

@@ -2,7 +2,8 @@
 
 _brindle() {
   local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} option='' values='' command=''
-  local options='--ui= --on-error= --codepage= --trace --help'
+  local options='--ui= --on-error= --codepage= --trace --max-statements= --max-seconds= --max-memory= --max-depth= --root= \
+    --forbid= --help'
   COMPREPLY=()
 
   # "--option=value" comes as three words, the last of which may be missing.
@@ -18,6 +19,13 @@ _brindle() {
   --ui) values='auto window console' ;;
   --on-error) values='ask continue abort' ;;
   --codepage) values='UTF-8 windows-1252 cp437 cp850 ISO-8859-1' ;;
+  --forbid) values='runexe externals automation serial' ;;
+  --root)
+    compopt -o filenames 2>/dev/null
+    mapfile -t COMPREPLY < <(compgen -d -- "$word")
+    return
+    ;;
+  --max-*) return ;;
   --format) values='text json sarif' ;;
   esac
   if [[ -n $values ]]; then

@@ -235,6 +235,9 @@ def completion(place, source):
         ("brindle register --", {"--help"}),
         ("brindle --ui=console ma", {"main.bas"}),
         ("brindle check --format=s", {"sarif"}),
+        ("brindle --forbid=s", {"serial"}),
+        ("brindle --root=", {"scripts"}),
+        ("brindle --max-depth=", set()),
         ("brindle check --co", {"--codepage=", "--codes"}),
     ]
     for line, expected in cases:

@@ -52,6 +52,7 @@ void CBrindle::AbortByBudget(std::optional<int> number) {
   ExecutionBudget& budget = *m_pState->budget;
   const int verdict = budget.Verdict(number);
   m_pState->lastError = LoadMessage(verdict).value_or(CString()) + u"\n" + GetCurrentLine();
+  m_pState->errorPlace = PlaceOfError(verdict);
   if (budget.TakeReport() && verdict != kErrorStopped) {
     const CString text = m_pState->lastError;
     CallUserInterface([&] { GetUserInterface().ShowNotice(text); });

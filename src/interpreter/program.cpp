@@ -20,10 +20,11 @@ using namespace brindle;
 // text and the position of a run that stands alone stay, for the handlers of a resident interpreter.
 struct CBrindle::RunScope {
   explicit RunScope(CBrindle& owner)
-      : m_owner(owner), m_state(*owner.m_pState), m_entry(*m_state.budget), m_nested(m_state.runDepth > 0), m_program(m_state.program),
-        m_position(m_state.position), m_token(m_state.token), m_scratch(m_state.scratch), m_fileName(m_state.fileName),
-        m_keepTokens(m_state.keepTokens), m_stop(m_state.stop), m_level(m_state.m_nScopeLevel),
-        m_base(m_state.baseLevel), m_names(m_state.m_arrTemporaries.GetSize()), m_atStatement(m_state.atStatement),
+      : m_owner(owner), m_state(*owner.m_pState), m_entry(*m_state.budget), m_nested(m_state.runDepth > 0),
+        m_program(m_state.program), m_position(m_state.position), m_token(m_state.token), m_scratch(m_state.scratch),
+        m_fileName(m_state.fileName), m_keepTokens(m_state.keepTokens), m_stop(m_state.stop),
+        m_level(m_state.m_nScopeLevel), m_base(m_state.baseLevel), m_names(m_state.m_arrTemporaries.GetSize()),
+        m_atStatement(m_state.atStatement),
         m_record{m_state.calls,       CCallFrame::Kind::Program, nullptr, m_state.program.get(), m_state.position,
                  m_state.atStatement, m_state.fast.frames.size()} {
     if (m_nested)

@@ -1,7 +1,10 @@
 #include "interruption.h"
 
+#include <brindle/interpreter.h>
+
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <cstdint>
 
@@ -13,13 +16,16 @@
 namespace {
 
 std::array<int, 2> pipeEnds = {-1, -1}; // a handler can do no more than write: who waits watches the other end
+std::atomic<CBrindle*> running = nullptr;
+static_assert(std::atomic<CBrindle*>::is_always_lock_free);
 struct sigaction before = {};
-struct sigaction noting = {};
 
 void NoteInterruption(int) {
   const int error = errno;
   const char byte = 0;
   [[maybe_unused]] const ssize_t written = ::write(pipeEnds[1], &byte, 1);
+  if (CBrindle* const interpreter = running)
+    interpreter->RequestStop();
   errno = error;
 }
 
@@ -28,8 +34,9 @@ void NoteInterruption(int) {
 Interruption::Interruption() {
   if (::pipe2(pipeEnds.data(), O_CLOEXEC | O_NONBLOCK) != 0)
     return;
-  noting.sa_handler = NoteInterruption;
-  ::sigaction(SIGINT, &noting, &before);
+  struct sigaction action = {};
+  action.sa_handler = NoteInterruption;
+  ::sigaction(SIGINT, &action, &before);
 }
 
 Interruption::~Interruption() {
@@ -41,12 +48,12 @@ Interruption::~Interruption() {
   pipeEnds = {-1, -1};
 }
 
-Interruption::Running::Running(CBrindle&) {
-  ::sigaction(SIGINT, &before, nullptr);
+Interruption::Running::Running(CBrindle& interpreter) {
+  running = &interpreter;
 }
 
 Interruption::Running::~Running() {
-  ::sigaction(SIGINT, &noting, nullptr);
+  running = nullptr;
 }
 
 Interruption::Wait Interruption::WaitForInput(std::optional<std::chrono::milliseconds> limit) {

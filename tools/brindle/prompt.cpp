@@ -53,10 +53,14 @@ bool CanPrompt() {
   return ::isatty(STDIN_FILENO) == 1;
 }
 
-int RunPrompt(CBrindle& interpreter, CConsoleUserInterface& console) {
+int RunPrompt(CBrindle& interpreter, const CExecutionLimits& limits, CConsoleUserInterface& console) {
   const Interruption interruption;
   std::cerr << "brindle " BRINDLE_VERSION ". Ctrl-C abandons an entry, Ctrl-D ends.\n";
-  LineEditor editor([&console] { return console.ServeTimers(); }, HistoryFile());
+  const auto serve = [&] {
+    const Interruption::Running running(interpreter);
+    return console.ServeTimers();
+  };
+  LineEditor editor(serve, HistoryFile());
   std::string entry;
   for (int number = 1;;) {
     switch (ReadEntry(editor, entry)) {
@@ -67,9 +71,12 @@ int RunPrompt(CBrindle& interpreter, CConsoleUserInterface& console) {
     if (IsEmpty(entry))
       continue;
     const std::string name = "entry " + std::to_string(number++);
-    const Interruption::Running running(interpreter);
-    interpreter.ExecuteText(CString::FromUtf8(ProgramOf(entry)), CString::FromUtf8(name));
-    if (Interruption::Take())
+    {
+      const Interruption::Running running(interpreter);
+      interpreter.ExecuteText(CString::FromUtf8(ProgramOf(entry)), CString::FromUtf8(name));
+    }
+    // A stop that came too late for its entry is not meant for the next one.
+    if (Interruption::Take() && interpreter.SetLimits(limits))
       std::cerr << '\n';
   }
 }

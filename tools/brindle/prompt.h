@@ -10,5 +10,5 @@
 // Whether a person can type: standard input is a terminal.
 [[nodiscard]] bool CanPrompt();
 
-// Until the end of the input; the process's exit status.
-[[nodiscard]] int RunPrompt(CBrindle& interpreter, CConsoleUserInterface& console);
+// Until the end of the input; `limits` are the interpreter's. The process's exit status.
+[[nodiscard]] int RunPrompt(CBrindle& interpreter, const CExecutionLimits& limits, CConsoleUserInterface& console);

@@ -45,19 +45,21 @@ bool SetRoute(const std::string& name) {
   return true;
 }
 
+bool ApplyLimits(const CExecutionLimits& limits, CBrindle& interpreter) {
+  if (interpreter.SetLimits(limits))
+    return true;
+  std::cerr << "brindle: no such folder: " << CEnvironment::PathToNative(limits.root) << '\n';
+  return false;
+}
+
 // Runs the script with everything shown by `userInterface`; false when it could not be loaded.
 bool RunScript(const Options& options, CUserInterface& userInterface, const std::function<void()>& serve) {
   CUserInterface::SetDefault(&userInterface);
   bool loaded = false;
   {
     CBrindle interpreter;
-    const CExecutionLimits limits = options.limits.Limits();
-    if (!interpreter.SetLimits(limits)) {
-      std::cerr << "brindle: no such folder: " << CEnvironment::PathToNative(limits.root) << '\n';
-      CUserInterface::SetDefault(nullptr);
-      return false;
-    }
-    loaded = interpreter.ExecuteProgram(CEnvironment::PathFromNative(options.scripts.front()));
+    loaded = ApplyLimits(options.limits.Limits(), interpreter) &&
+             interpreter.ExecuteProgram(CEnvironment::PathFromNative(options.scripts.front()));
     if (loaded && interpreter.IsResident())
       serve();
   }
@@ -86,7 +88,8 @@ int RunEntries(const Options& options) {
   int status = kDone;
   {
     CBrindle interpreter;
-    status = RunPrompt(interpreter, console);
+    const CExecutionLimits limits = options.limits.Limits();
+    status = ApplyLimits(limits, interpreter) ? RunPrompt(interpreter, limits, console) : kFailed;
   }
   CUserInterface::SetDefault(nullptr);
   return status;

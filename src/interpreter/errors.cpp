@@ -53,6 +53,7 @@ void CBrindle::AbortByBudget(std::optional<int> number) {
   ExecutionBudget& budget = *m_pState->budget;
   const int verdict = budget.Verdict(number);
   m_pState->lastError = LoadMessage(verdict).value_or(CString()) + u"\n" + GetCurrentLine();
+  m_pState->errorPlace = PlaceOfError(verdict);
   if (budget.TakeReport() && verdict != kErrorStopped) {
     const CString text = m_pState->lastError;
     CallUserInterface([&] { GetUserInterface().ShowNotice(text); });
@@ -95,9 +96,15 @@ void CBrindle::ReportError(int number) {
     AbortByBudget(std::nullopt);
   CUserInterface& userInterface = GetUserInterface();
   m_pState->lastError = ErrorText(number);
-  // A copy: a timer's handler that fails while the box is up has an error of its own.
+  const CErrorPlace place = PlaceOfError(number);
+  // Copies: a timer's handler that fails while the box is up has an error of its own.
   const CString text = m_pState->lastError;
-  const auto answer = CallUserInterface([&] { return userInterface.ShowError(text); });
+  try {
+    m_pState->errorPlace = place;
+  } catch (const std::bad_alloc&) {
+    m_pState->errorPlace = CErrorPlace();
+  }
+  const auto answer = CallUserInterface([&] { return userInterface.ShowErrorAt(text, place); });
   // Outside a run there is nothing to abort: a host may report an error of its own.
   if (answer == CUserInterface::ErrorAnswer::Cancel && m_pState->runDepth > 0)
     throw ScriptAbort{this};

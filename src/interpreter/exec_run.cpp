@@ -51,6 +51,7 @@ bool CBrindle::ExecRun(bool script) {
   CheckCallDepth();
   CBrindle child;
   child.SetUserInterface(m_pState->userInterface);
+  child.m_pState->starter = this;
   child.m_pState->budget = m_pState->budget;
   child.m_pState->levelsBelow = m_pState->levelsBelow + m_pState->m_nScopeLevel;
   return child.RunFile(file, true);

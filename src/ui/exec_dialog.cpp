@@ -262,7 +262,9 @@ void CBrindle::RaiseHandler(const CString& name, const CBasicVariable& value) {
   m_pState->token = token;
   if (known) {
     CBasicVariable dropped;
+    m_pState->callKind = CCallFrame::Kind::Handler;
     ExecUserFunction(name, dropped, args, true);
+    m_pState->callKind = CCallFrame::Kind::Procedure;
   }
 }
 

@@ -108,6 +108,7 @@ private:
   [[nodiscard]] Way Leave(std::uint32_t position, const FastCell*& resume);
   [[nodiscard]] Way StepOn(const FastCell*& resume);
   [[nodiscard]] bool CanEnter(const FastCallee& callee, const VariableSlot* inner, const VariableSlot* arguments);
+  void ReadLastWord();
   void FinishCall(bool isComplete);
   void ReleaseTemporaries() noexcept;
   [[nodiscard]] bool RunBuiltIn(const FastCell* pc, VariableSlot* base);

@@ -107,7 +107,8 @@ def check_killed(runner, folder, counted):
     """The problems of a table whose writer was killed, and how many records it holds."""
     path = folder / "t.dbf"
     data = path.read_bytes() if path.is_file() else b""
-    appended = progress_of(folder)
+    # A program killed as it begins its own count has left those that were there before.
+    appended = max(progress_of(folder), min(counted))
     try:
         table = read_table(data)
     except NoTable as reason:

@@ -19,6 +19,7 @@ void LimitOptions::AddTo(CLI::App& app) {
   m_pRoot = app.add_option("--root", m_root, "A folder that no path of the script leads out of");
   app.add_option("--forbid", m_forbidden, "What the script may not use: runexe, externals, automation, serial")
       ->delimiter(',')
+      ->allow_extra_args(false) // what follows is the script
       ->check(CLI::IsMember({"runexe", "externals", "automation", "serial"}));
 }
 

@@ -1,23 +1,26 @@
 #!/usr/bin/env python3
-"""Checks every script test and every example with "brindle check".
+"""Checks every script test, every example and every script of the documentation with "brindle check".
 
 A script that is known to run without an error must get no error, and what is
 said of the others is counted.  Each is checked in a fresh folder that holds
 what it would find when it runs.
 
-    python3 tests/check_corpus.py --runner build/release/brindle tests/scripts examples
+    python3 tests/check_corpus.py --runner build/release/brindle tests/scripts examples docs
     python3 tests/check_corpus.py --runner ... --warnings    lists every warning on scripts without an error
     python3 tests/check_corpus.py --runner ... --missed      lists scripts whose errors are not foreseen
 """
 
 import argparse
+import concurrent.futures
 import json
+import os
 import shutil
 import subprocess
 import sys
 import tempfile
 from pathlib import Path
 
+import doc_pages
 import run_scripts
 
 TIME_LIMIT = 30.0
@@ -26,6 +29,11 @@ TIME_LIMIT = 30.0
 HOST_FUNCTIONS = {
     "battery.bas": "batterylevel",
     "watchdog.bas": "sounder",
+}
+
+# Pages that show mistakes which stop or skip without a word: there is no error in the run, and an error in the script.
+SILENT_MISTAKES = {
+    "coming-from-basic.md": {"end-if", "else-if", "missing-endif"},
 }
 
 
@@ -72,13 +80,43 @@ def check(runner, script):
         if not ("examples" in script.parts):
             codepage = [option for option in run_scripts.Expectations(script).options if option.startswith("--codepage")]
             command += codepage
-        done = subprocess.run(command, cwd=folder, capture_output=True, timeout=TIME_LIMIT, stdin=subprocess.DEVNULL)
+        return Result(script, clean, numbers, problems_of(command, folder, script))
+
+
+def problems_of(command, folder, name):
+    done = subprocess.run(command, cwd=folder, capture_output=True, timeout=TIME_LIMIT, stdin=subprocess.DEVNULL)
     if done.returncode not in (0, 1) or done.stderr:
-        raise RuntimeError("%s: exit status %d, %s" % (script, done.returncode, done.stderr.decode(errors="replace")))
+        raise RuntimeError("%s: exit status %d, %s" % (name, done.returncode, done.stderr.decode(errors="replace")))
     report = json.loads(done.stdout)
     if (done.returncode == 1) != (report["errors"] > 0):
-        raise RuntimeError("%s: exit status %d with %d errors" % (script, done.returncode, report["errors"]))
-    return Result(script, clean, numbers, report["scripts"][0]["problems"])
+        raise RuntimeError("%s: exit status %d with %d errors" % (name, done.returncode, report["errors"]))
+    return report["scripts"][0]["problems"]
+
+
+def check_page(runner, path):
+    """The scripts of a page that run there, each beside the files that the page stores for it."""
+    results = []
+    try:
+        page = doc_pages.read_page(path)
+    except doc_pages.Fault:
+        return []  # the test of the documentation says so
+    with tempfile.TemporaryDirectory(prefix="brindle-check-") as box:
+        for number, example in enumerate(page.examples):
+            fence = example.fence
+            if number == 0 or "keep" not in fence.words:
+                folder = Path(box) / str(number)
+                folder.mkdir()
+            name = fence.words.get("name", "example.bas")
+            for stored, text in [(file.words["name"], file.text) for file in example.files] + [(name, fence.text)]:
+                (folder / stored).parent.mkdir(parents=True, exist_ok=True)
+                (folder / stored).write_text(text, encoding="utf-8")
+            if fence.kind != "basic":
+                continue
+            clean = "errors" not in example.results and fence.words.get("exit", "0") == "0"
+            problems = problems_of([runner, "check", "--format=json", name], folder, "%s:%d" % (path, fence.line))
+            problems = [problem for problem in problems if problem["code"] not in SILENT_MISTAKES.get(path.name, ())]
+            results.append(Result("%s:%d" % (path, fence.line), clean, [], problems))
+    return results
 
 
 def shown(script, problem):
@@ -97,7 +135,12 @@ def main():
 
     scripts = sorted(script for folder in arguments.folders for script in folder.rglob("*.bas")
                      if not any(part.endswith(".data") or part == "include" for part in script.parts))
-    results = [check(runner, script) for script in scripts]
+    pages = sorted(page for folder in arguments.folders for page in (folder.rglob("*.md") if folder.is_dir() else [folder]))
+    pages = [page for page in pages if "scripts" not in page.parts]
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        results = list(pool.map(lambda script: check(runner, script), scripts))
+        for found in pool.map(lambda page: check_page(runner, page), pages):
+            results += found
     faults = [shown(result.script, problem) for result in results if result.clean for problem in result.of("error")]
     for fault in faults:
         print(fault)

@@ -151,7 +151,10 @@ def main():
         check("the library carries its version", len(os.path.basename(os.path.realpath(library)).split(".")) == 5,
               os.path.realpath(library))
         check("the runner is installed", os.access(prefix / "bin" / "brindle", os.X_OK))
-        check("the manual page is installed", bool(list(prefix.glob("share/man/man1/brindle.1*"))))
+        check("the manual pages are installed", len(list(prefix.glob("share/man/man1/brindle*.1*"))) == 5)
+        for name in ("bash-completion/completions/brindle", "zsh/site-functions/_brindle",
+                     "fish/vendor_completions.d/brindle.fish"):
+            check(f"{name} is installed", (prefix / "share" / name).is_file())
 
         check_headers(prefix, options.compiler, flags)
         check_exports(library)

@@ -203,6 +203,7 @@ GOOD_TREE = {
     "src/io/files.h": header("io"),
     "src/io/deep/part.cpp": '#include "io/files.h"\n#include <cstdio>\n',
     "src/ui/qt/box.cpp": "#include <QMessageBox>\n",
+    "src/check/walk.cpp": '#include "data/store.h"\n#include "io/files.h"\n',
     "src/ui/box.cpp": '#include "data/store.h"\n#include "io/files.h"\n// #include <unistd.h>\n',
     "tools/runner/main.cpp": '#include <brindle/interpreter.h>\n#include "platform/file.h"\n#include <unistd.h>\n',
 }
@@ -222,6 +223,8 @@ BAD_TREES = [
     ("values on interpreter", {"src/values/x.cpp": '#include "brindle/interpreter.h"\n'},
      "values may not include interpreter"),
     ("ui from io", {"src/ui/box.h": header("ui"), "src/io/x.cpp": '#include "ui/box.h"\n'}, "io may not include ui"),
+    ("check from ui", {"src/check/rules.h": header("check"), "src/ui/box.cpp": '#include "check/rules.h"\n'},
+     "ui may not include check"),
     ("beside, in another folder's words", {"src/ui/box.h": header("ui"), "src/io/x.cpp": '#include "../ui/box.h"\n'},
      "does not exist"),
     ("missing", {"src/io/x.cpp": '#include "io/nowhere.h"\n'}, "does not exist"),

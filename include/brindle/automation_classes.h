@@ -11,6 +11,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 /// The classes that scripts can make objects of, for every interpreter of the process. An identifier is looked for
 /// among the host's own classes, then in the registration files of server libraries (the user's data folder
@@ -26,6 +27,9 @@ public:
   static bool Add(const CString& identifier, Factory factory);
   /// False when the host added no such class. Objects that were made stay.
   static bool Remove(const CString& identifier);
+
+  /// The classes that server libraries have registered, in the order in which they are looked for.
+  [[nodiscard]] static std::vector<CString> RegisteredClasses();
 
   /// What "createobject" does. On failure the object is null, and `reason` may say more than the code does.
   [[nodiscard]] static HRESULT CreateObject(const CString& identifier, IDispatch** object, CString& reason);

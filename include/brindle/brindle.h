@@ -13,6 +13,7 @@
 #include "brindle/dbf.h"
 #include "brindle/dialog.h"
 #include "brindle/environment.h"
+#include "brindle/error_place.h"
 #include "brindle/interpreter.h"
 #include "brindle/limits.h"
 #include "brindle/text.h"

@@ -210,7 +210,7 @@ protected:
   /// put there besides is written back as it was found. The number of bytes, -1 when that fails.
   long WriteHeader();
   /// Makes a table that was opened for reading writable, keeping its values and position. False leaves a table
-  /// that the system refuses to open for writing as it is.
+  /// that the system refuses to open for writing as it is, and closes one whose file is none any more.
   bool SwitchToWriteMode();
   /// Forgets fields, values, counts and mode; neither the file nor the filter.
   void CleanUp();
@@ -231,6 +231,7 @@ private:
   [[nodiscard]] bool SetFileName(const CString& fileName);
   void AddField(const CDbfFieldDescriptorEx& field);
   void ReadHeader();
+  [[nodiscard]] bool IsCutOff() const;
   [[nodiscard]] std::uint64_t PlaceOf(std::uint64_t record) const noexcept;
   [[nodiscard]] bool IsSelected(int field) const noexcept;
   void StoreValues(std::string_view fieldBytes);

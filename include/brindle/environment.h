@@ -33,6 +33,9 @@ public:
   /// report, where the system would end the process by a signal. Child processes are started without it.
   static void ReportFileSizeLimits();
 
+  /// The path of the plug-in "libbrindle-NAME.so", looked for as CWindowUserInterface::Load does; empty without one.
+  [[nodiscard]] static std::string FindPlugIn(std::string_view name);
+
   /// How programs are run. For tests: the results do not depend on it.
   enum class Route {
     Automatic, ///< statements are compiled when they are run for the second time

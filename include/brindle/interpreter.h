@@ -5,6 +5,7 @@
 // Invariant: everything runs on the thread that called in.
 #pragma once
 
+#include "brindle/error_place.h"
 #include "brindle/limits.h"
 #include "brindle/user_interface.h"
 #include "brindle/variable.h"
@@ -80,10 +81,17 @@ public:
   /// variables, functions, handlers and open files of earlier runs are still there. A call from a callback
   /// runs the other script and then goes on with the first one.
   bool ExecuteProgram(const CString& fileName);
+  /// Runs a text as ExecuteProgram runs a file's. `name` stands where the file's name would: in error places, as the
+  /// argument of "OnStart", and its folder is where "include" and "library" look first. A host that reads statements
+  /// from somewhere else runs them one text after the other: variables and procedures stay.
+  bool ExecuteText(const CString& text, const CString& name);
   /// Whether the script asked to be kept alive for events and its timer ("stayresident").
   [[nodiscard]] bool IsResident() const noexcept;
   /// The last error: message, line feed, failing line. Empty when there was none.
   [[nodiscard]] CString GetLastError() const;
+  /// Where the last error was reported: file, line, column and the calls in progress. Its line is 0 when there was
+  /// no error, or none that a line can be blamed for (a script that cannot be loaded).
+  [[nodiscard]] const CErrorPlace& GetErrorPlace() const noexcept;
   /// Stores and shows a numbered error with the current line. Returns when the user says OK, and in any case
   /// when nothing runs; inside a run, Cancel unwinds to the call that began it, through the caller.
   void ReportError(int number);
@@ -136,7 +144,9 @@ private:
   enum class BodyState { GoesOn, Ended, Failed };
 
   // ---- interpreter: running a program, reading position (program.cpp, position.cpp)
+  template <class Load> bool LoadAndRun(const CString& name, bool isScripts, Load load);
   bool LoadProgram(const CString& fileName);
+  bool TakeText(const CString& fileName, std::optional<std::u16string> text);
   void SetProgram(const CString& fileName, std::u16string text);
   template <class Body, class Release> void RunToAbort(Body body, Release release);
   void RunAlone(const std::function<void()>& body);
@@ -167,13 +177,16 @@ private:
   bool LabelGet(const CString& name, unsigned long& position);
   bool LabelsFree();
 
-  // ---- interpreter: errors (errors.cpp)
+  // ---- interpreter: errors (errors.cpp, error_place.cpp)
+  [[nodiscard]] CErrorPlace PlaceOfError(int number) const;
+  void AddCalls(CErrorPlace& place) const;
   bool Fail(int number);
   [[noreturn]] void AbortWith(int number);
   [[nodiscard]] CString ErrorText(int number);
   void ReportOrGiveUp(int number);
   [[noreturn]] void AbortByBudget(std::optional<int> number);
   void CheckCallDepth();
+  [[nodiscard]] bool PathForOthers(CString& path);
   void CountStatement();
   void CheckNesting();
 

@@ -7,6 +7,7 @@
 
 #include "brindle/collections.h"
 #include "brindle/dialog.h"
+#include "brindle/error_place.h"
 #include "brindle/text.h"
 
 #include <functional>
@@ -43,6 +44,9 @@ public:
   virtual void ShowNotice(const CString& text);
   /// The error box: message, line feed, failing line.
   [[nodiscard]] virtual ErrorAnswer ShowError(const CString& text);
+  /// The error box of an interpreter, which knows where the error was reported. Shows the box alone unless it is
+  /// overridden.
+  [[nodiscard]] virtual ErrorAnswer ShowErrorAt(const CString& text, const CErrorPlace& place);
   /// A question with Yes and No; true for Yes.
   [[nodiscard]] virtual bool AskYesNo(const CString& question, const CString& title);
   /// The chosen path, nothing when the user cancelled.

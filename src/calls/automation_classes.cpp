@@ -88,6 +88,13 @@ HRESULT CAutomationClasses::CreateObject(const CString& identifier, IDispatch** 
   return CO_E_CLASSSTRING;
 }
 
+std::vector<CString> CAutomationClasses::RegisteredClasses() {
+  std::vector<CString> classes;
+  for (const Registration& registration : brindle::AllRegistrations())
+    classes.insert(classes.end(), registration.classes.begin(), registration.classes.end());
+  return classes;
+}
+
 bool CAutomationClasses::RegisterLibrary(const std::string& path, std::string& reason) {
   Registration registration;
   registration.library = AbsolutePath(path);

@@ -6,6 +6,7 @@
 #include "platform/code_page.h"
 #include "platform/path.h"
 #include "platform/process.h"
+#include "platform/shared_library.h"
 
 bool CEnvironment::SetAnsiCodePage(std::string_view name) {
   return brindle::CodePage::SetAnsi(name);
@@ -21,6 +22,10 @@ std::string CEnvironment::PathToNative(const CString& path) {
 
 void CEnvironment::ReportFileSizeLimits() {
   brindle::IgnoreFileSizeSignal();
+}
+
+std::string CEnvironment::FindPlugIn(std::string_view name) {
+  return brindle::SharedLibrary::FindPlugIn("libbrindle-" + std::string(name) + ".so");
 }
 
 void CEnvironment::SetRoute(Route route, unsigned giveUpEvery) noexcept {

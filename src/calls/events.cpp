@@ -69,7 +69,9 @@ void CBrindle::CallHandlers(CStringArray& handlers, Arguments& args) {
       continue;
     }
     CBasicVariable dropped;
+    m_pState->callKind = CCallFrame::Kind::Handler;
     ExecUserFunction(handler, dropped, args, true);
+    m_pState->callKind = CCallFrame::Kind::Procedure; // a handler may be no procedure
     m_pState->m_arrTemporaries.SetSize(recordedNames);
     i = 0; // the list may be another one now
   }

@@ -4,6 +4,8 @@
 #include "interpreter/state.h"
 #include "platform/collections.h"
 
+#include <utility>
+
 using namespace brindle;
 
 // A call's scope: what it enters, and what has to be as before however the call ends.
@@ -11,7 +13,16 @@ struct CBrindle::ProcedureScope {
   ProcedureScope(CBrindle& owner, const CFuncDesc& function)
       : m_owner(owner), m_state(*owner.m_pState), m_program(m_state.program), m_position(m_state.position),
         m_token(m_state.token), m_keepTokens(m_state.keepTokens), m_stop(m_state.stop),
-        m_positions(m_state.positions.size()), m_control(m_state.control.size()), m_level(m_state.m_nScopeLevel) {
+        m_positions(m_state.positions.size()), m_control(m_state.control.size()),
+        m_level(m_state.m_nScopeLevel), m_record{m_state.calls,
+                                                 std::exchange(m_state.callKind, CCallFrame::Kind::Procedure),
+                                                 &function,
+                                                 m_state.program.get(),
+                                                 m_position,
+                                                 m_state.atStatement,
+                                                 m_state.fast.frames.size()} {
+    m_state.calls = &m_record;
+    m_state.atStatement = true;
     if (m_token.token == &m_state.scratch)
       m_scratch = m_state.scratch;
     owner.PushPosition(m_position);
@@ -26,6 +37,8 @@ struct CBrindle::ProcedureScope {
   ProcedureScope(const ProcedureScope&) = delete;
   ProcedureScope& operator=(const ProcedureScope&) = delete;
   ~ProcedureScope() {
+    m_state.calls = m_record.outer;
+    m_state.atStatement = m_record.hasPlace;
     m_state.m_nScopeLevel = m_level;
     m_state.positions.resize(m_positions);
     if (m_state.control.size() > m_control)
@@ -51,6 +64,7 @@ private:
   std::size_t m_positions;
   std::size_t m_control;
   int m_level;
+  CallRecord m_record;
 };
 
 bool CBrindle::ExecUserFunction(const CString& name, CBasicVariable& result, Arguments& args, bool isCall) {

@@ -74,6 +74,14 @@ std::optional<Registration> FindRegistration(const CString& identifier) {
   return std::nullopt;
 }
 
+std::vector<Registration> AllRegistrations() {
+  std::vector<Registration> found;
+  for (const std::string& folder : DataFolders())
+    for (const std::string& file : FilesIn(folder + kFolder, kEnding))
+      found.push_back(ReadRegistration(file));
+  return found;
+}
+
 RegistrationPlace PlaceOf(const std::string& library) {
   const std::string data = UserDataFolder();
   if (data.empty())

@@ -29,6 +29,9 @@ struct Registration {
 // The first registration, in the order of the data folders, that has the class.
 [[nodiscard]] std::optional<Registration> FindRegistration(const CString& identifier);
 
+// Every one, in that order.
+[[nodiscard]] std::vector<Registration> AllRegistrations();
+
 // The user's registration file for a library; the name for a new one when there is none. Empty when the user has no
 // data folder.
 struct RegistrationPlace {

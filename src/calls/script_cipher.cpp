@@ -120,7 +120,8 @@ bool CBrindle::ExecEncrypt() {
   const std::string plain = DecipherNumbers(start < text.size() ? text.substr(start) : std::u16string_view());
   std::u16string program = CodePage::Ansi().Decode(plain);
   program.push_back(u'\n'); // as every program that is loaded
-  m_pState->program = std::make_shared<ProgramText>(std::move(program));
+  m_pState->program = std::make_shared<ProgramText>(std::move(program), m_pState->fileName);
+  m_pState->program->HideSource();
   m_pState->position = 0;
   return true;
 }

@@ -18,14 +18,13 @@ bool ScriptChecker::If(const Token& word) {
         m_noLabels.insert(next.start);
         Report(ProblemCode::MissingThen, next, "\"then:\" is read as a label",
                "A word with a colon right behind it is a label: error 9. Write then without the colon.");
-      }
-      else if (next.kind == TOKEN_DELIMITER && next.command != COMMAND_END_OF_LINE && next.text.GetLength() == 1 &&
-               std::u16string_view(u"=<>!~").find(next.text.GetAt(0)) != std::u16string_view::npos)
+      } else if (next.kind == TOKEN_DELIMITER && next.command != COMMAND_END_OF_LINE && next.text.GetLength() == 1 &&
+                 std::u16string_view(u"=<>!~").find(next.text.GetAt(0)) != std::u16string_view::npos)
         Report(ProblemCode::MissingThen, next, "a condition has one comparison",
                "Behind the second expression stands then: error 9. Nest two ifs.");
       else
-        Report(ProblemCode::MissingThen, Blamed(next, word),
-               "then is missing behind the condition", "This is error 9. Write if a = b then ... endif.");
+        Report(ProblemCode::MissingThen, Blamed(next, word), "then is missing behind the condition",
+               "This is error 9. Write if a = b then ... endif.");
     }
   }
   if (!hasThen) {
@@ -75,8 +74,9 @@ bool ScriptChecker::Else(const Token& word) {
     return false;
   }
   if (elseIf)
-    Report(ProblemCode::ElseIf, word, "else if without an endif of its own",
-           "The if behind else is an if of its own and needs a second endif; behind the first branch this is error 56.");
+    Report(
+        ProblemCode::ElseIf, word, "else if without an endif of its own",
+        "The if behind else is an if of its own and needs a second endif; behind the first branch this is error 56.");
   else
     Report(ProblemCode::MissingEndIf, word, "this else has no endif",
            "Behind the branch that ran this is error 56. Write endif behind the last statement.");
@@ -162,8 +162,9 @@ bool ScriptChecker::Next(const Token& word) {
     const Token& then = m_reader.Peek();
     m_reader.PutBack();
     if (then.kind != TOKEN_DELIMITER || (then.text != u"=" && then.text != u"[")) {
-      Report(ProblemCode::LoopVariable, behind, "next takes no variable",
-             "next ends the innermost for; the name begins a statement of its own, which is error 3. Write next alone.");
+      Report(
+          ProblemCode::LoopVariable, behind, "next takes no variable",
+          "next ends the innermost for; the name begins a statement of its own, which is error 3. Write next alone.");
       m_reader.SetPosition(behind.end);
     }
   }
@@ -181,14 +182,13 @@ bool ScriptChecker::Next(const Token& word) {
     return true;
   }
   if (m_state.loopsKnown) {
-    Report(ProblemCode::NextWithoutFor, word, "next without a for",
-           "No loop is open here: error 55.");
+    Report(ProblemCode::NextWithoutFor, word, "next without a for", "No loop is open here: error 55.");
     return true;
   }
   // It is not known which loop this ends: it may be any.
   for (const auto& meeting : std::vector<std::uint32_t>(m_context->meetings.begin(), m_context->meetings.end()))
-    if (meeting < word.start && m_context->states.contains(meeting) &&
-        !m_context->states.at(meeting).loops.empty() && m_context->states.at(meeting).loops.back().target == meeting)
+    if (meeting < word.start && m_context->states.contains(meeting) && !m_context->states.at(meeting).loops.empty() &&
+        m_context->states.at(meeting).loops.back().target == meeting)
       GoTo(meeting, m_state);
   return true;
 }
@@ -254,12 +254,12 @@ bool ScriptChecker::Goto() {
     GoTo(label->second.front()->end, m_state);
     return false;
   }
-  std::string hint = "This is error 7, and the script goes on behind it. A label is a name with a colon right behind it.";
+  std::string hint =
+      "This is error 7, and the script goes on behind it. A label is a name with a colon right behind it.";
   for (const auto& [other, places] : m_outline.labels)
     if (other.CompareNoCase(name.text) == 0)
       hint = "The letters of a label count, and this is error 7. Write " + other.ToUtf8() + ".";
-  Report(ProblemCode::UnknownLabel, Blamed(name, *m_statement),
-         "there is no label " + Quoted(name), std::move(hint));
+  Report(ProblemCode::UnknownLabel, Blamed(name, *m_statement), "there is no label " + Quoted(name), std::move(hint));
   if (name.command == COMMAND_END_OF_LINE)
     m_reader.PutBack();
   return true;
@@ -273,7 +273,8 @@ void ScriptChecker::End(const Token& word) {
                           (next.kind == TOKEN_VARIABLE && (next.lowered == u"select" || next.lowered == u"while"));
   if (isTwoWords && word.lowered == u"end")
     Report(ProblemCode::EndIf, word, "\"end\" ends the whole script here",
-           "The run stops without a word, and the block stays open. Write end" + next.lowered.ToUtf8() + " in one word.");
+           "The run stops without a word, and the block stays open. Write end" + next.lowered.ToUtf8() +
+               " in one word.");
 }
 
 void ScriptChecker::Return(const Token& word) {

@@ -48,8 +48,9 @@ bool ScriptChecker::Arguments(std::vector<Operand>& arguments) {
   const Token& token = m_reader.Current();
   const std::u16string_view text = token.text.View();
   if (FollowsLiteral(token))
-    Report(ProblemCode::DoubledQuote, token, "a doubled quote ends the literal",
-           "A literal ends at its next quote and there is no way to write one inside. Write format(34, \"%c\") for it.");
+    Report(
+        ProblemCode::DoubledQuote, token, "a doubled quote ends the literal",
+        "A literal ends at its next quote and there is no way to write one inside. Write format(34, \"%c\") for it.");
   else if (token.kind == TOKEN_DELIMITER && text.size() == 1 &&
            std::u16string_view(u"=<>!~").find(text[0]) != std::u16string_view::npos)
     Report(ProblemCode::ComparisonInExpression, token, "a comparison stands among arguments",
@@ -126,16 +127,15 @@ bool ScriptChecker::CallBuiltIn(const Token& name, const CFuncDesc& function, co
            Quoted(name) + " looks at " + Counted(signature.most) + ", not at " + std::to_string(count),
            "What is given beyond them is computed and dropped.");
 
-  const bool firstIsText = !arguments.empty() && arguments[0].literal != nullptr &&
-                           arguments[0].literal->kind == TOKEN_STRING;
+  const bool firstIsText =
+      !arguments.empty() && arguments[0].literal != nullptr && arguments[0].literal->kind == TOKEN_STRING;
   if (function.m_nCode == FUNCTION_UBOUND && !arguments.empty() && arguments[0].name != nullptr &&
       ((arguments[0].kinds & kTextValue) == 0 || (arguments[0].kinds & kManyValues) != 0) &&
       !IsGlobal(arguments[0].name->text) && arguments[0].kinds != kAnyValue)
     Report(ProblemCode::UboundName, *arguments[0].name, "ubound asks for the name of the array",
            "It takes the value of the first element for a name, and gives 0. Write ubound(\"" +
                arguments[0].name->text.ToUtf8() + "\").");
-  if (function.m_nCode == FUNCTION_FORMAT && count == 2 && firstIsText &&
-      arguments[0].literal->text.Find(u'%') >= 0 &&
+  if (function.m_nCode == FUNCTION_FORMAT && count == 2 && firstIsText && arguments[0].literal->text.Find(u'%') >= 0 &&
       (arguments[1].literal == nullptr || arguments[1].literal->text.Find(u'%') < 0))
     Report(ProblemCode::FormatOrder, name, "the value comes first, then the format",
            "The second argument is read as the format. Write format(value, \"%d\").");
@@ -201,14 +201,16 @@ bool ScriptChecker::CallProcedure(const Token& name, const std::vector<Operand>&
   }
   if (arguments.size() < procedure.parameters.size()) {
     Report(ProblemCode::ProcedureArguments, name,
-           Quoted(name) + " has " + CountedParameters(procedure) + " and is called with " + Counted(static_cast<int>(arguments.size())),
+           Quoted(name) + " has " + CountedParameters(procedure) + " and is called with " +
+               Counted(static_cast<int>(arguments.size())),
            "This is error 24: every parameter needs its argument. The definition is in " +
                m_problems.Reference(procedure.name->start, name.start) + ".");
     return false;
   }
   if (arguments.size() > procedure.parameters.size())
     Report(ProblemCode::ProcedureSurplus, name,
-           Quoted(name) + " has " + CountedParameters(procedure) + " and is called with " + Counted(static_cast<int>(arguments.size())),
+           Quoted(name) + " has " + CountedParameters(procedure) + " and is called with " +
+               Counted(static_cast<int>(arguments.size())),
            "Arguments without a parameter are computed and dropped.");
   if (wantsResult && procedure.result == kUndefinedValue) {
     Report(ProblemCode::NoResult, name, Quoted(name) + " gives no result",
@@ -239,9 +241,10 @@ bool ScriptChecker::CallMember(const Token& name) {
     if (isKnown)
       return true;
     if (hasCapitals)
-      Report(ProblemCode::FieldCase, name, "the field of " + Quoted(name) + " has capital letters in its type",
-             "Fields are looked up in lower case, so that one cannot be reached: error 37. Write it in lower case in the "
-             "type.");
+      Report(
+          ProblemCode::FieldCase, name, "the field of " + Quoted(name) + " has capital letters in its type",
+          "Fields are looked up in lower case, so that one cannot be reached: error 37. Write it in lower case in the "
+          "type.");
     else
       Report(ProblemCode::UndefinedVariable, name, "the record has no field of " + Quoted(name),
              "It is taken for a property of an object, which is error 37. See the lines of its type.");
@@ -292,8 +295,7 @@ void ScriptChecker::ReportUnknownFunction(const Token& name) {
 void ScriptChecker::CallStatement() {
   const Token& name = m_reader.Next();
   if (name.kind != TOKEN_FUNCTION) {
-    Report(ProblemCode::CallParentheses, Blamed(name, *m_statement),
-           "behind call stands a name with parentheses",
+    Report(ProblemCode::CallParentheses, Blamed(name, *m_statement), "behind call stands a name with parentheses",
            "Without them, also when a blank stands in front of them, this is error 1. Write call name() or call "
            "name(a, b).");
     Recover();
@@ -307,8 +309,7 @@ void ScriptChecker::CallStatement() {
 void ScriptChecker::ThrowStatement() {
   const Token& name = m_reader.Next();
   if (name.kind != TOKEN_FUNCTION) {
-    Report(ProblemCode::CallParentheses, Blamed(name, *m_statement),
-           "behind throw stands an event with parentheses",
+    Report(ProblemCode::CallParentheses, Blamed(name, *m_statement), "behind throw stands an event with parentheses",
            "Without them this is error 1. Write throw event() or throw event(a, b).");
     Recover();
     return;

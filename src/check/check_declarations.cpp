@@ -31,8 +31,8 @@ bool ScriptChecker::Declaration(bool global) {
       Report(ProblemCode::WordAsName, name, "\"" + Spelling(name) + "\" is a word of the language",
              "It cannot be a variable: error 1. Take another name.");
     else
-      Report(ProblemCode::WordSyntax, Blamed(name, *m_statement),
-             "a declaration begins with a name", "Anything else is error 1. Write dim a, b[10].");
+      Report(ProblemCode::WordSyntax, Blamed(name, *m_statement), "a declaration begins with a name",
+             "Anything else is error 1. Write dim a, b[10].");
     return false;
   }
   const ValueKinds known = KindsOf(name);
@@ -57,7 +57,8 @@ bool ScriptChecker::Declaration(bool global) {
     if (!hasSize && known != kUndefinedValue)
       SetKinds(name, static_cast<ValueKinds>((known & ~(kUndefinedValue | kManyValues)) | kNotSet), false);
     else
-      SetKinds(name, static_cast<ValueKinds>((known & ~kUndefinedValue) | kNotSet | (hasSize ? kManyValues : 0)), false);
+      SetKinds(name, static_cast<ValueKinds>((known & ~kUndefinedValue) | kNotSet | (hasSize ? kManyValues : 0)),
+               false);
   }
   if (m_reader.IsDelimiter(u',') || m_reader.AtStatementEnd())
     return true;
@@ -93,8 +94,9 @@ bool ScriptChecker::DeclaredType(const Token& name, bool hasSize, bool global) {
   const Token& type = m_reader.Next();
   if (type.kind == TOKEN_KEYWORD) {
     if (!ScriptReader::IsFieldType(type.keyword)) {
-      Report(ProblemCode::UnknownType, type, Quoted(type) + " is no type here",
-             "This is error 1. There are char, integer, float, double and string, and the names of types of the script.");
+      Report(
+          ProblemCode::UnknownType, type, Quoted(type) + " is no type here",
+          "This is error 1. There are char, integer, float, double and string, and the names of types of the script.");
       return false;
     }
     const ValueKinds known = KindsOf(name);
@@ -162,8 +164,7 @@ bool ScriptChecker::Field() {
   const Token& type = m_reader.Next();
   if (ScriptReader::IsFieldType(type.keyword))
     return true;
-  Report(ProblemCode::UnknownType, Blamed(type, name),
-         "the field " + Quoted(name) + " has no type of a field",
+  Report(ProblemCode::UnknownType, Blamed(type, name), "the field " + Quoted(name) + " has no type of a field",
          "This is error 1, and the type is not made. There are char, integer, float, double and string.");
   return false;
 }
@@ -172,9 +173,9 @@ void ScriptChecker::DeclareStatement(const Token& word) {
   CFuncDesc function;
   if (!m_reader.ReadDeclare(function)) {
     const Token& token = m_reader.Current();
-    Report(ProblemCode::WordSyntax, Blamed(token, word),
-           "the declaration cannot be read from here on",
-           "This is error 1. Write declare function name lib \"library\" (byval a as integer, b as string) as integer.");
+    Report(
+        ProblemCode::WordSyntax, Blamed(token, word), "the declaration cannot be read from here on",
+        "This is error 1. Write declare function name lib \"library\" (byval a as integer, b as string) as integer.");
     m_reader.PutBack();
     Recover();
   }

@@ -114,8 +114,7 @@ bool ScriptChecker::DialogLine() {
     return true;
   const Token& kind = m_reader.Next();
   if (!IsControlKind(kind.keyword)) {
-    Report(ProblemCode::ControlKind, Blamed(kind, word),
-           Quoted(kind) + " is no kind of control",
+    Report(ProblemCode::ControlKind, Blamed(kind, word), Quoted(kind) + " is no kind of control",
            "This is error 1 or 41, and the dialog is skipped. Kinds are button, edittext, checkbox, listbox, okbutton, "
            "statictext and others.");
     return false;

@@ -280,8 +280,9 @@ void ScriptChecker::NoOperand(const Token& token) {
     return;
   case TOKEN_LABEL:
     m_noLabels.insert(token.start);
-    Report(ProblemCode::MissingExpression, token, Quoted(token) + " is read as a label, not as a value",
-             "A word with a colon right behind it is a label, and no operand: error 0. Put a blank in front of the colon.");
+    Report(
+        ProblemCode::MissingExpression, token, Quoted(token) + " is read as a label, not as a value",
+        "A word with a colon right behind it is a label, and no operand: error 0. Put a blank in front of the colon.");
     return;
   case TOKEN_COMMAND:
     if (token.command == COMMAND_END_OF_PROGRAM)
@@ -390,17 +391,17 @@ ScriptChecker::Outcome ScriptChecker::Condition(const char* word) {
 
 void ScriptChecker::CheckComparison(const Token& sign, const Operand& left, const Operand& right) {
   if (left.kinds == kNotSet) {
-    Report(ProblemCode::UnsetComparison, left.name != nullptr ? *left.name : sign,
-           "the left side of the comparison holds no value",
-           "A comparison with a value that is not set never holds. Assign it first; ubound(\"name\") = 0 asks whether a "
-           "variable has a value.");
+    Report(
+        ProblemCode::UnsetComparison, left.name != nullptr ? *left.name : sign,
+        "the left side of the comparison holds no value",
+        "A comparison with a value that is not set never holds. Assign it first; ubound(\"name\") = 0 asks whether a "
+        "variable has a value.");
   } else if (IsCertainly(left.kinds, kTextValue) && IsCertainly(right.kinds, kNumberValue)) {
     Report(ProblemCode::TextNumberComparison, sign, "a text is compared with a number",
            "The left side decides: the number becomes a text with six decimals, so \"5\" = 5 does not hold. Write "
            "val(text), or a text in quotes.");
-  } else if (IsCertainly(left.kinds, kNumberValue) && right.literal != nullptr &&
-             right.literal->kind == TOKEN_STRING && FirstUnit(*right.literal) != u'-' &&
-             !IsDecimalDigit(FirstUnit(*right.literal))) {
+  } else if (IsCertainly(left.kinds, kNumberValue) && right.literal != nullptr && right.literal->kind == TOKEN_STRING &&
+             FirstUnit(*right.literal) != u'-' && !IsDecimalDigit(FirstUnit(*right.literal))) {
     Report(ProblemCode::TextNumberComparison, sign, "a number is compared with a text that is none",
            "The left side decides: the text counts as 0. Write str(number) on the left.");
   }

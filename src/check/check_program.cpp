@@ -100,9 +100,10 @@ void ScriptChecker::CheckLabels() {
         continue; // a type with a colon behind it
       const WordCodes codes = m_reader.MeaningOf(lowered);
       if (codes.command != COMMAND_NONE || codes.keyword != KEYWORD_NONE)
-        Report(ProblemCode::LabelWord, *label, "\"" + name.ToUtf8() + ":\" is a label and not the word",
-               "A word with a colon right behind it is a label, and is stepped over. Put a blank in front of the colon, "
-               "or begin a line.");
+        Report(
+            ProblemCode::LabelWord, *label, "\"" + name.ToUtf8() + ":\" is a label and not the word",
+            "A word with a colon right behind it is a label, and is stepped over. Put a blank in front of the colon, "
+            "or begin a line.");
       else
         Report(ProblemCode::UnusedLabel, *label, "nothing jumps to the label " + Quoted(*label),
                "A name with a colon right behind it is a label. If it was meant otherwise, put a blank between.");
@@ -121,12 +122,11 @@ void ScriptChecker::CheckReach() {
     if (token.kind == TOKEN_LABEL)
       leaves = false;
     const bool begins = token.kind == TOKEN_VARIABLE || token.kind == TOKEN_IDENTIFIER || token.kind == TOKEN_COMMAND;
-    const bool closes = token.command == COMMAND_ELSE || token.command == COMMAND_ENDIF ||
-                        token.command == COMMAND_NEXT || token.command == COMMAND_LOOP ||
-                        token.command == COMMAND_FUNCTION || token.command == COMMAND_SUB ||
-                        token.command == COMMAND_ENDFUNCTION || token.command == COMMAND_ENDSUB ||
-                        token.command == COMMAND_REM || token.command == COMMAND_LIBRARY ||
-                        token.command == COMMAND_INCLUDE || token.command == COMMAND_TYPE_WORD;
+    const bool closes =
+        token.command == COMMAND_ELSE || token.command == COMMAND_ENDIF || token.command == COMMAND_NEXT ||
+        token.command == COMMAND_LOOP || token.command == COMMAND_FUNCTION || token.command == COMMAND_SUB ||
+        token.command == COMMAND_ENDFUNCTION || token.command == COMMAND_ENDSUB || token.command == COMMAND_REM ||
+        token.command == COMMAND_LIBRARY || token.command == COMMAND_INCLUDE || token.command == COMMAND_TYPE_WORD;
     if (leaves && begins && !closes && !reached) {
       if (m_problems.PlaceOf(token.start).file == 0)
         Report(ProblemCode::UnreachableCode, token, "nothing leads here",

@@ -78,9 +78,9 @@ void ScriptChecker::MissingEqual(const Token& target, bool behindIndex) {
     return;
   }
   if (const std::string_view hint = HintForStatement(target.lowered.View()); !hint.empty()) {
-    const ProblemCode code = target.lowered == u"elseif"     ? ProblemCode::ElseIf
-                             : target.lowered == u"step"     ? ProblemCode::StepClause
-                                                             : ProblemCode::ExitStatement;
+    const ProblemCode code = target.lowered == u"elseif" ? ProblemCode::ElseIf
+                             : target.lowered == u"step" ? ProblemCode::StepClause
+                                                         : ProblemCode::ExitStatement;
     Report(code, target, Quoted(target) + " is no word of the language",
            "It is taken for a variable, and the missing = is error 3. " + std::string(hint));
     return;
@@ -89,8 +89,10 @@ void ScriptChecker::MissingEqual(const Token& target, bool behindIndex) {
     Report(ProblemCode::LogicalWord, target, Quoted(target) + " is no operator", std::string(hint));
     return;
   }
-  if ((unit == u'+' || unit == u'-' || unit == u'*' || unit == u'/' || unit == u'&') && (after == u'=' || after == unit)) {
-    Report(ProblemCode::AssignmentOperator, next, "there is no " + CString(unit, 1).ToUtf8() + CString(after, 1).ToUtf8(),
+  if ((unit == u'+' || unit == u'-' || unit == u'*' || unit == u'/' || unit == u'&') &&
+      (after == u'=' || after == unit)) {
+    Report(ProblemCode::AssignmentOperator, next,
+           "there is no " + CString(unit, 1).ToUtf8() + CString(after, 1).ToUtf8(),
            "The missing = behind the name is error 3. Write " + spelt + " = " + spelt + " " +
                (after == u'=' ? CString(unit, 1).ToUtf8() + " ..." : CString(unit, 1).ToUtf8() + " 1") + ".");
     return;
@@ -123,7 +125,8 @@ void ScriptChecker::MissingEqual(const Token& target, bool behindIndex) {
 void ScriptChecker::Print() {
   m_lastPrintLiteral = false;
   const Token& first = m_reader.Peek();
-  if (first.kind == TOKEN_COMMENT && m_reader.UnitAt(first.start + 1) >= u'0' && m_reader.UnitAt(first.start + 1) <= u'9')
+  if (first.kind == TOKEN_COMMENT && m_reader.UnitAt(first.start + 1) >= u'0' &&
+      m_reader.UnitAt(first.start + 1) <= u'9')
     ReportAt(ProblemCode::HashMark, first.start, first.start + 2, "# starts a comment",
              "print shows an empty line here. Write writeline(number, text) to write to a file.");
   for (;;) {
@@ -154,8 +157,8 @@ bool ScriptChecker::PrintItem(bool& literal) {
   }
   if (item.kind == TOKEN_VARIABLE && KindsOf(item) == kUndefinedValue && m_reader.UnitAt(item.end) != u'[') {
     const Token& next = m_reader.Peek();
-    const bool ends = next.kind == TOKEN_COMMENT || next.kind == TOKEN_COMMAND ||
-                      next.command == COMMAND_END_OF_LINE || next.command == COMMAND_END_OF_PROGRAM ||
+    const bool ends = next.kind == TOKEN_COMMENT || next.kind == TOKEN_COMMAND || next.command == COMMAND_END_OF_LINE ||
+                      next.command == COMMAND_END_OF_PROGRAM ||
                       (next.kind == TOKEN_DELIMITER && (next.text == u":" || next.text == u";" || next.text == u","));
     if (ends) {
       Report(ProblemCode::UnsetRead, item, "the variable " + Quoted(item) + " is printed but was never assigned",
@@ -251,9 +254,9 @@ void ScriptChecker::ExpressionList(const char* word, int fewest) {
 void ScriptChecker::MapStatement() {
   const Token& word = m_reader.Next();
   if (word.keyword != KEYWORD_CREATE && word.keyword != KEYWORD_CLEAR) {
-    Report(ProblemCode::MapWord, Blamed(word, *m_statement),
-           "behind map stands create or clear",
-           "Anything else is error 1 or 29. Write map create \"name\"; values go in by x = mapset(\"name\", key, value).");
+    Report(
+        ProblemCode::MapWord, Blamed(word, *m_statement), "behind map stands create or clear",
+        "Anything else is error 1 or 29. Write map create \"name\"; values go in by x = mapset(\"name\", key, value).");
     Recover();
     return;
   }
@@ -265,8 +268,8 @@ void ScriptChecker::MapStatement() {
 void ScriptChecker::EventStatement() {
   const Token& word = m_reader.Next();
   if (word.keyword != KEYWORD_CREATE && word.keyword != KEYWORD_REMOVE) {
-    Report(ProblemCode::WordSyntax, Blamed(word, *m_statement),
-           "behind event stands create or remove", "Anything else is an error. Write event create name handler.");
+    Report(ProblemCode::WordSyntax, Blamed(word, *m_statement), "behind event stands create or remove",
+           "Anything else is an error. Write event create name handler.");
     Recover();
     return;
   }
@@ -297,8 +300,8 @@ void ScriptChecker::WatchStatement() {
   const Token& word = m_reader.Next();
   const bool create = word.keyword == KEYWORD_CREATE;
   if (!create && word.keyword != KEYWORD_REMOVE) {
-    Report(ProblemCode::WordSyntax, Blamed(word, *m_statement),
-           "behind watch stands create or remove", "Anything else is an error. Write watch create variable event.");
+    Report(ProblemCode::WordSyntax, Blamed(word, *m_statement), "behind watch stands create or remove",
+           "Anything else is an error. Write watch create variable event.");
     Recover();
     return;
   }

@@ -47,11 +47,13 @@ void ScriptChecker::StrayDelimiter(const Token& sign) {
            "It is stepped over, and what follows is run. Write # or rem.");
   } else if (fails && behindPrint && isOperator) {
     Report(ProblemCode::PrintLiteral, sign, "an operator stands behind a literal in print",
-           "A literal is an item by itself, and what follows begins a statement, which is an error. Write ; between items, "
+           "A literal is an item by itself, and what follows begins a statement, which is an error. Write ; between "
+           "items, "
            "or put the sum into parentheses.");
   } else if (fails && isComparison && m_statement != nullptr) {
     Report(ProblemCode::ComparisonInExpression, sign, "a comparison stands in an expression",
-           "The expression ends there, and what follows begins a statement, which is an error. Only a condition compares.");
+           "The expression ends there, and what follows begins a statement, which is an error. Only a condition "
+           "compares.");
   } else if (fails && unit == u'&') {
     Report(ProblemCode::NotAStatement, sign, "& joins no texts",
            "The expression ends there, and what follows begins a statement, which is an error. Write +.");
@@ -88,7 +90,8 @@ void ScriptChecker::NotAStatement(const Token& token) {
     const int number = m_outline.NumberOf(token.lowered);
     if (m_reader.FindFunction(token.lowered) == nullptr && !m_hostFunctions.contains(token.lowered) && number >= 0 &&
         KindsOf(token) != kUndefinedValue)
-      Report(ProblemCode::ArrayParentheses, token, Quoted(token) + " is a variable, and its index stands in parentheses",
+      Report(ProblemCode::ArrayParentheses, token,
+             Quoted(token) + " is a variable, and its index stands in parentheses",
              ends + " Write " + spelt + "[...] = value.");
     else
       Report(ProblemCode::BareCall, token, Quoted(token) + " is called as a statement",
@@ -119,9 +122,7 @@ void ScriptChecker::NotAStatement(const Token& token) {
       Report(ProblemCode::NotAStatement, token, "no statement begins with " + Quoted(token), ends);
     break;
   }
-  default:
-    Report(ProblemCode::NotAStatement, token, "no statement begins with " + Quoted(token), ends);
-    break;
+  default: Report(ProblemCode::NotAStatement, token, "no statement begins with " + Quoted(token), ends); break;
   }
   Recover();
 }

@@ -48,12 +48,13 @@ private:
     std::size_t procedure = kMain; // index, or the main program
     std::uint32_t entry = 0;
     std::map<std::uint32_t, FlowState> states; // where ways meet
-    std::set<std::uint32_t> meetings;
+    std::set<std::uint32_t> meetings;          // beside m_returns
     std::unordered_set<std::uint32_t> walked;
   };
   void Explore(Context& context);
   void ReportOn(Context& context);
   [[nodiscard]] FlowState EntryState(const Context& context) const;
+  [[nodiscard]] bool IsMeeting(std::uint32_t position) const;
   void GoTo(std::uint32_t position, const FlowState& state);
   void WalkFrom(std::uint32_t position);
   [[nodiscard]] bool Statement();
@@ -182,13 +183,14 @@ private:
   Context* m_context = nullptr;
   FlowState m_state;
   std::set<std::uint32_t> m_toWalk;
+  std::unordered_set<std::uint32_t> m_returns;  // where jumps and loops come back to
   std::unordered_set<std::uint32_t> m_noLabels; // tokens that look like labels and mean something else
-  std::unordered_set<std::uint32_t> m_reached; // starts of statements, by whatever way
+  std::unordered_set<std::uint32_t> m_reached;  // starts of statements, by whatever way
   bool m_reporting = false;
-  bool m_again = false;      // a meeting was found on a way already walked
+  bool m_again = false; // a meeting was found on a way already walked
   bool m_lastPrintLiteral = false;
   const Token* m_statement = nullptr; // the first token of the statement that was read last
-  int m_depth = 0;           // of nested expressions
+  int m_depth = 0;                    // of nested expressions
   std::uint64_t m_steps = 0;
 };
 

@@ -121,9 +121,8 @@ void OutlineScan::Head(const Token& word) {
     m_outline.procedureOf[name] = m_outline.procedures.size();
   } else {
     const auto first = m_outline.procedureOf.find(name);
-    m_outline.duplicates.push_back({procedure.name, first == m_outline.procedureOf.end()
-                                                        ? nullptr
-                                                        : m_outline.procedures[first->second].name});
+    m_outline.duplicates.push_back(
+        {procedure.name, first == m_outline.procedureOf.end() ? nullptr : m_outline.procedures[first->second].name});
   }
   m_outline.procedures.push_back(std::move(procedure));
 }
@@ -160,8 +159,8 @@ void OutlineScan::Declarations(bool global) {
 void OutlineScan::Type() {
   const CString name = m_reader.Next().text;
   auto& fields = m_outline.types[name];
-  for (m_reader.NextBlockLine(); m_reader.Current().command != COMMAND_ENDTYPE &&
-                                 m_reader.Current().command != COMMAND_END_OF_PROGRAM;
+  for (m_reader.NextBlockLine();
+       m_reader.Current().command != COMMAND_ENDTYPE && m_reader.Current().command != COMMAND_END_OF_PROGRAM;
        m_reader.NextBlockLine())
     fields.insert(m_reader.Current().text);
 }
@@ -170,8 +169,8 @@ void OutlineScan::Open() {
   const Token& path = m_reader.Next();
   if (path.kind != TOKEN_STRING)
     return;
-  for (const Token* token = &m_reader.Next(); token->command != COMMAND_END_OF_LINE &&
-                                              token->command != COMMAND_END_OF_PROGRAM && token->end > token->start;
+  for (const Token* token = &m_reader.Next();
+       token->command != COMMAND_END_OF_LINE && token->command != COMMAND_END_OF_PROGRAM && token->end > token->start;
        token = &m_reader.Next()) {
     if (token->keyword == KEYWORD_OUTPUT)
       m_outline.createdPaths.insert(path.text);

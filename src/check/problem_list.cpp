@@ -23,8 +23,7 @@ ProblemList::ProblemList(const CString& script, std::u16string_view text, const 
   }
 }
 
-void ProblemList::Add(ProblemCode code, std::uint32_t start, std::uint32_t end, std::string message,
-                      std::string hint) {
+void ProblemList::Add(ProblemCode code, std::uint32_t start, std::uint32_t end, std::string message, std::string hint) {
   const SourcePlace place = m_map.PlaceOf(start);
   const std::uint32_t last = std::clamp(end, start, std::max(start, m_map.LineEnd(start)));
   CProblem problem;

@@ -37,7 +37,7 @@ private:
   SourceMap m_map;
   const InclusionMap& m_inclusions;
   CString m_script;
-  std::vector<CString> m_files;        // by region
+  std::vector<CString> m_files;         // by region
   std::vector<std::uint32_t> m_fileIds; // by region: the first region of the same file
   std::map<std::tuple<std::uint32_t, int, int, ProblemCode>, CProblem> m_problems;
 };

@@ -33,7 +33,7 @@ void ScriptReader::OnError(int number) {
 }
 
 const InclusionMap& ScriptReader::Inclusions() const noexcept {
-  return m_interpreter.m_pState->inclusions;
+  return m_interpreter.m_pState->program->Files();
 }
 
 std::u16string_view ScriptReader::Text() const noexcept {

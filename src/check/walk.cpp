@@ -26,6 +26,9 @@ void ScriptChecker::Run() {
     m_contexts.back().procedure = i;
     m_contexts.back().entry = procedure.body;
   }
+  m_returns.insert(m_outline.doWords.begin(), m_outline.doWords.end());
+  for (const auto& [name, places] : m_outline.labels)
+    m_returns.insert(m_reader.PastBlanks(places.front()->end));
   // What one procedure assigns another may find: the second round knows it.
   for (int round = 0; round < 2; ++round)
     for (Context& context : m_contexts)
@@ -64,10 +67,6 @@ void ScriptChecker::Explore(Context& context) {
     m_again = false;
     context.states.clear();
     context.walked.clear();
-    // Where jumps and loops come back to is known beforehand.
-    context.meetings.insert(m_outline.doWords.begin(), m_outline.doWords.end());
-    for (const auto& [name, places] : m_outline.labels)
-      context.meetings.insert(m_reader.PastBlanks(places.front()->end));
     m_toWalk.clear();
     if (InProcedure())
       Procedure().result = 0;
@@ -89,13 +88,19 @@ void ScriptChecker::ReportOn(Context& context) {
   }
 }
 
+bool ScriptChecker::IsMeeting(std::uint32_t position) const {
+  return m_returns.contains(position) || m_context->meetings.contains(position);
+}
+
 // A way that leads to a position with that state.
 void ScriptChecker::GoTo(std::uint32_t position, const FlowState& state) {
   if (m_reporting)
     return;
   position = m_reader.PastBlanks(position);
-  if (m_context->meetings.insert(position).second && m_context->walked.contains(position))
-    m_again = true;
+  if (!IsMeeting(position)) {
+    m_context->meetings.insert(position);
+    m_again = m_again || m_context->walked.contains(position);
+  }
   const auto [known, isNew] = m_context->states.try_emplace(position, state);
   if (isNew || known->second.Join(state))
     m_toWalk.insert(position);
@@ -106,7 +111,7 @@ void ScriptChecker::WalkFrom(std::uint32_t position) {
   m_reader.SetPosition(position);
   for (bool first = true; m_reporting || m_steps < kMostSteps; first = false) {
     const std::uint32_t here = m_reader.PastBlanks(m_reader.Position());
-    if (!first && m_context->meetings.contains(here)) {
+    if (!first && IsMeeting(here)) {
       GoTo(here, m_state);
       return;
     }
@@ -128,9 +133,7 @@ bool ScriptChecker::Statement() {
     m_statement = &token;
     Assignment();
     return true;
-  case TOKEN_COMMAND:
-    m_statement = &token;
-    return Command(token);
+  case TOKEN_COMMAND: m_statement = &token; return Command(token);
   case TOKEN_COMMENT:
   case TOKEN_LABEL: return true;
   case TOKEN_DELIMITER:
@@ -151,8 +154,9 @@ bool ScriptChecker::Command(const Token& word) {
   // A word of the language that stands where a name was meant.
   const Token& behind = m_reader.Peek();
   if (behind.kind == TOKEN_DELIMITER && behind.text == u"=" && word.command != COMMAND_REM) {
-    Report(ProblemCode::WordAsName, word, "\"" + Spelling(word) + "\" is a word of the language and cannot be a variable",
-           "The statement \"" + Spelling(word) + "\" is run instead, and fails or stops the script. Take another name.");
+    Report(
+        ProblemCode::WordAsName, word, "\"" + Spelling(word) + "\" is a word of the language and cannot be a variable",
+        "The statement \"" + Spelling(word) + "\" is run instead, and fails or stops the script. Take another name.");
     Recover();
     return true;
   }
@@ -166,9 +170,7 @@ bool ScriptChecker::Command(const Token& word) {
   case COMMAND_NEXT: return Next(word);
   case COMMAND_GOTO: return Goto();
   case COMMAND_END: End(word); return false;
-  case COMMAND_RETURN:
-    Return(word);
-    return !InProcedure();
+  case COMMAND_RETURN: Return(word); return !InProcedure();
   case COMMAND_ELSE: return Else(word);
   case COMMAND_ENDFUNCTION:
   case COMMAND_ENDSUB:
@@ -249,8 +251,8 @@ void ScriptChecker::Recover() {
 
 // Where to show a fault: at the token, or where a line ends too early at what it began with.
 const Token& ScriptChecker::Blamed(const Token& token, const Token& otherwise) {
-  const bool isEnd = token.kind == TOKEN_COMMENT || token.command == COMMAND_END_OF_LINE ||
-                     token.command == COMMAND_END_OF_PROGRAM;
+  const bool isEnd =
+      token.kind == TOKEN_COMMENT || token.command == COMMAND_END_OF_LINE || token.command == COMMAND_END_OF_PROGRAM;
   return isEnd ? otherwise : token;
 }
 

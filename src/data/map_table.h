@@ -62,7 +62,7 @@ private:
   void MakeRoom();
 
   std::vector<Place, AccountedAllocator<Place>> m_places; // as many as a power of two
-  std::size_t m_nUsed = 0;     // places that are not free
+  std::size_t m_nUsed = 0;                                // places that are not free
   std::size_t m_nLive = 0;
   using Entries = std::vector<std::unique_ptr<Entry>, AccountedAllocator<std::unique_ptr<Entry>>>;
   Entries m_entries; // null once the key was removed

@@ -54,21 +54,13 @@ bool CBrindle::ExecStringOperation(CBasicVariable& result, Arguments& args, FUNC
       result.SetValue(0.0); // Deliberate: what is no text has no length
     return true;
 
-  case FUNCTION_LEFT:
-    result.SetValue(args[0].GetStringValue().Left(IntegerOf(args[1])));
-    return true;
+  case FUNCTION_LEFT: result.SetValue(args[0].GetStringValue().Left(IntegerOf(args[1]))); return true;
 
-  case FUNCTION_RIGHT:
-    result.SetValue(args[0].GetStringValue().Right(IntegerOf(args[1])));
-    return true;
+  case FUNCTION_RIGHT: result.SetValue(args[0].GetStringValue().Right(IntegerOf(args[1]))); return true;
 
-  case FUNCTION_MID:
-    result.SetValue(args[0].GetStringValue().Mid(IntegerOf(args[1]), IntegerOf(args[2])));
-    return true;
+  case FUNCTION_MID: result.SetValue(args[0].GetStringValue().Mid(IntegerOf(args[1]), IntegerOf(args[2]))); return true;
 
-  case FUNCTION_INSTR:
-    result.SetValue(args[0].GetStringValue().Find(args[1].GetStringValue()));
-    return true;
+  case FUNCTION_INSTR: result.SetValue(args[0].GetStringValue().Find(args[1].GetStringValue())); return true;
 
   case FUNCTION_LCASE:
   case FUNCTION_UCASE: {
@@ -88,13 +80,9 @@ bool CBrindle::ExecStringOperation(CBasicVariable& result, Arguments& args, FUNC
     return true;
   }
 
-  case FUNCTION_VAL:
-    result.SetValue(args[0].GetNumberValue());
-    return true;
+  case FUNCTION_VAL: result.SetValue(args[0].GetNumberValue()); return true;
 
-  case FUNCTION_STR:
-    result.SetValue(args[0].GetStringValue());
-    return true;
+  case FUNCTION_STR: result.SetValue(args[0].GetStringValue()); return true;
 
   case FUNCTION_REPEAT: {
     const CString text = args[0].GetStringValue();
@@ -109,8 +97,7 @@ bool CBrindle::ExecStringOperation(CBasicVariable& result, Arguments& args, FUNC
     return true;
   }
 
-  case FUNCTION_FORMAT:
-    return ExecFormat(result, args[0], args[1].GetStringValue());
+  case FUNCTION_FORMAT: return ExecFormat(result, args[0], args[1].GetStringValue());
 
   case FUNCTION_GETPATH: {
     const CString path = args[0].GetStringValue();

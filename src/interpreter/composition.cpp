@@ -38,9 +38,8 @@ Part LoadPart(const FileRoot* root, const CString& name) {
 
 bool CBrindle::LoadLibraries() {
   const FileRoot* const root = m_pState->budget->Root();
-  InclusionMap& files = m_pState->inclusions;
-  files = InclusionMap();
-  files.Add(0, m_pState->program->Length(), 0, FileOf(root, m_pState->fileName));
+  ProgramText& program = *m_pState->program;
+  program.AddFile(0, program.Length(), 0, FileOf(root, m_pState->fileName), program.Name());
   std::unordered_set<CString> loaded;
   int lines = 0;
 
@@ -68,23 +67,25 @@ bool CBrindle::LoadLibraries() {
       break;
     }
     const CString name = token.Text();
-    const std::string file = FileOf(root, BesideScript(m_pState->fileName, name, root != nullptr));
-    if (isInclude && files.IsInside(token.token->start, file)) {
+    const CString path = BesideScript(m_pState->fileName, name, root != nullptr);
+    const std::string file = FileOf(root, path);
+    if (isInclude && program.Files().IsInside(token.token->start, file)) {
       ReportError(kErrorSyntax); // a file inside itself would never end
       FindEOL();
       continue;
     }
     if (loaded.insert(name).second) {
-      const std::uint32_t end = m_pState->program->Length();
+      const std::uint32_t end = program.Length();
       if (ExecLibrary(name))
-        files.Add(end, m_pState->program->Length() - end, 0, file);
+        program.AddFile(end, program.Length() - end, 0, file, path);
     }
     if (isInclude) {
       FindEOL();
-      const std::uint32_t start = m_pState->position + 1;
-      const std::uint32_t before = m_pState->program->Length();
+      const std::uint32_t before = program.Length();
+      const bool atEnd = m_pState->position >= before;
+      const std::uint32_t start = atEnd ? before : m_pState->position + 1;
       if (ExecInclude(name))
-        files.Add(start, m_pState->program->Length() - before, kLineEndsBeforeInclude, file);
+        program.AddFile(start, program.Length() - before, kLineEndsBeforeInclude + (atEnd ? 1 : 0), file, path);
     }
     FindEOL();
   }

@@ -2,7 +2,6 @@
 #include "brindle/interpreter.h"
 #include "interpreter/error_numbers.h"
 #include "interpreter/state.h"
-#include "platform/path.h"
 
 using namespace brindle;
 
@@ -70,17 +69,10 @@ bool CBrindle::ExecCommandStatement() {
 bool CBrindle::ExecPlaySound() {
   CBasicVariable file;
   get_exp(file);
-  const CString name = file.GetStringValue();
-  const FileRoot* const root = m_pState->budget->Root();
-  if (root == nullptr) {
-    GetUserInterface().PlaySoundFile(name);
-    return true;
-  }
-  const FileRoot::Scope files(root);
-  const auto path = root->PathOf(name.View());
-  if (files.HasRefused())
-    return Fail(kErrorNotAllowed);
-  if (path)
-    GetUserInterface().PlaySoundFile(CString(PathFromNative(*path)));
+  CString path = file.GetStringValue();
+  if (!PathForOthers(path))
+    return false;
+  if (m_pState->budget->Root() == nullptr || !path.IsEmpty())
+    GetUserInterface().PlaySoundFile(path);
   return true;
 }

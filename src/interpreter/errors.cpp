@@ -5,6 +5,7 @@
 #include "interpreter/script_abort.h"
 #include "interpreter/state.h"
 #include "interpreter/user_interface_call.h"
+#include "platform/path.h"
 #include "platform/stack.h"
 #include "values/messages.h"
 
@@ -52,11 +53,23 @@ void CBrindle::AbortByBudget(std::optional<int> number) {
   ExecutionBudget& budget = *m_pState->budget;
   const int verdict = budget.Verdict(number);
   m_pState->lastError = LoadMessage(verdict).value_or(CString()) + u"\n" + GetCurrentLine();
+  m_pState->errorPlace = PlaceOfError(verdict);
   if (budget.TakeReport() && verdict != kErrorStopped) {
     const CString text = m_pState->lastError;
     CallUserInterface([&] { GetUserInterface().ShowNotice(text); });
   }
   throw ScriptAbort{this};
+}
+
+// A path of the script for those who open it by name; empty when there is no such file below the root. False, and
+// reported, when it leads out of the root.
+bool CBrindle::PathForOthers(CString& path) {
+  const FileRoot* const root = m_pState->budget->Root();
+  if (root == nullptr)
+    return true;
+  const FileRoot::Scope files(root);
+  path = CString(PathFromNative(root->PathOf(path.View()).value_or(std::string())));
+  return !files.HasRefused() || Fail(kErrorNotAllowed);
 }
 
 // Before a procedure or a script is entered.
@@ -83,9 +96,15 @@ void CBrindle::ReportError(int number) {
     AbortByBudget(std::nullopt);
   CUserInterface& userInterface = GetUserInterface();
   m_pState->lastError = ErrorText(number);
-  // A copy: a timer's handler that fails while the box is up has an error of its own.
+  const CErrorPlace place = PlaceOfError(number);
+  // Copies: a timer's handler that fails while the box is up has an error of its own.
   const CString text = m_pState->lastError;
-  const auto answer = CallUserInterface([&] { return userInterface.ShowError(text); });
+  try {
+    m_pState->errorPlace = place;
+  } catch (const std::bad_alloc&) {
+    m_pState->errorPlace = CErrorPlace();
+  }
+  const auto answer = CallUserInterface([&] { return userInterface.ShowErrorAt(text, place); });
   // Outside a run there is nothing to abort: a host may report an error of its own.
   if (answer == CUserInterface::ErrorAnswer::Cancel && m_pState->runDepth > 0)
     throw ScriptAbort{this};

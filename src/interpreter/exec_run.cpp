@@ -3,7 +3,6 @@
 #include "interpreter/error_numbers.h"
 #include "interpreter/limits.h"
 #include "interpreter/state.h"
-#include "platform/path.h"
 #include "platform/process.h"
 
 using namespace brindle;
@@ -30,19 +29,12 @@ bool CBrindle::ExecRun(bool script) {
   if (!script) {
     // Deliberate: the parameter text carries its quotes with it.
     const CString parameters = args.GetSize() > 1 ? u"\"" + args[1].GetStringValue() + u"\"" : CString();
-    const ExecutionBudget& budget = *m_pState->budget;
-    if (budget.Limits().noPrograms)
+    if (m_pState->budget->Limits().noPrograms)
       return Fail(kErrorNotAllowed);
-    if (budget.Root() == nullptr) {
-      StartFile(file.View(), parameters.View());
-      return true;
-    }
-    const FileRoot::Scope files(budget.Root());
-    const auto path = budget.Root()->PathOf(file.View());
-    if (files.HasRefused())
-      return Fail(kErrorNotAllowed);
-    if (path)
-      StartFile(PathFromNative(*path), parameters.View());
+    CString path = file;
+    if (!PathForOthers(path))
+      return false;
+    StartFile(path.View(), parameters.View());
     return true;
   }
 
@@ -59,6 +51,7 @@ bool CBrindle::ExecRun(bool script) {
   CheckCallDepth();
   CBrindle child;
   child.SetUserInterface(m_pState->userInterface);
+  child.m_pState->starter = this;
   child.m_pState->budget = m_pState->budget;
   child.m_pState->levelsBelow = m_pState->levelsBelow + m_pState->m_nScopeLevel;
   return child.RunFile(file, true);

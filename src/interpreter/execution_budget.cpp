@@ -54,8 +54,8 @@ int ExecutionBudget::Verdict(std::optional<int> number) noexcept {
     if (number)
       m_nVerdict = *number;
     else
-      m_nVerdict = !m_signal.IsRequested() && m_signal.IsLate() ? kErrorTimeLimit : kErrorStopped;
-    m_signal.Request(); // whatever still runs, or waits, finds it
+      m_nVerdict = m_signal.WasLate() ? kErrorTimeLimit : kErrorStopped;
+    m_signal.Request();                                   // whatever still runs, or waits, finds it
     MemoryAccount::SetCeiling(MemoryAccount::kNoCeiling); // for the texts of the report
   }
   return m_nVerdict;

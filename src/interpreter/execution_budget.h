@@ -32,7 +32,7 @@ public:
   // One relaxed read: a stop was asked for, or a budget is used up.
   [[nodiscard]] bool IsStopping() const noexcept { return m_signal.IsRequested(); }
   // The same, and whether the time has run out meanwhile.
-  [[nodiscard]] bool ShouldStop() const noexcept { return m_signal.ShouldStop(); }
+  [[nodiscard]] bool ShouldStop() noexcept { return m_signal.ShouldStop(); }
   // One statement; false when it may not be run.
   [[nodiscard]] bool Take() noexcept {
     if (IsStopping()) [[unlikely]]
@@ -76,7 +76,7 @@ private:
   bool m_wasReported = false;
   int m_nVerdict = kErrorNoText;
   int m_nEntries = 0;
-  std::int64_t m_nBytesHeld = 0;  // when the last outermost entry was left
+  std::int64_t m_nBytesHeld = 0;    // when the last outermost entry was left
   std::int64_t m_nFirstBalance = 0; // of the thread when the current one began
   CExecutionLimits m_limits;
   std::shared_ptr<const FileRoot> m_root;

@@ -79,7 +79,8 @@ bool CBrindle::BuildFunctionTable() {
       BuiltIn{u"mapget", FUNCTION_MAPGET, &CBrindle::ExecMapOperation, Exactly(2, kAnyValue)},
       BuiltIn{u"maphas", FUNCTION_MAPHAS, &CBrindle::ExecMapOperation, Exactly(2, kNumberValue)},
       BuiltIn{u"mapremove", FUNCTION_MAPREMOVE, &CBrindle::ExecMapOperation, Exactly(2, kNumberValue)},
-      BuiltIn{u"mapgetkeys", FUNCTION_MAPGETKEYS, &CBrindle::ExecMapOperation, Exactly(1, kTextValue | kNotSet | kManyValues)},
+      BuiltIn{u"mapgetkeys", FUNCTION_MAPGETKEYS, &CBrindle::ExecMapOperation,
+              Exactly(1, kTextValue | kNotSet | kManyValues)},
       BuiltIn{u"mapgetvalues", FUNCTION_MAPGETVALUES, &CBrindle::ExecMapOperation, Exactly(1, kAnyValue)},
 
       BuiltIn{u"left", FUNCTION_LEFT, &CBrindle::ExecStringOperation, Exactly(2, kTextValue)},
@@ -100,10 +101,12 @@ bool CBrindle::BuildFunctionTable() {
       BuiltIn{u"fileopendlg", FUNCTION_FILEOPENDLG, &CBrindle::ExecFileDlg, None(4, kTextValue)},
       BuiltIn{u"filesaveasdlg", FUNCTION_FILESAVEASDLG, &CBrindle::ExecFileDlg, None(4, kTextValue)},
 
-      BuiltIn{u"read", FUNCTION_READ, &CBrindle::ExecFileOperation, AtLeast(3, 3, kNumberValue | kManyValues | kNotSet)},
+      BuiltIn{u"read", FUNCTION_READ, &CBrindle::ExecFileOperation,
+              AtLeast(3, 3, kNumberValue | kManyValues | kNotSet)},
       BuiltIn{u"write", FUNCTION_WRITE, &CBrindle::ExecFileOperation, AtLeast(3, 3, kNumberValue)},
       BuiltIn{u"readline", FUNCTION_READLINE, &CBrindle::ExecFileOperation, AtLeast(1, 1, kTextValue)},
-      BuiltIn{u"readlist", FUNCTION_READLIST, &CBrindle::ExecFileOperation, AtLeast(2, 2, kNumberValue | kManyValues | kNotSet)},
+      BuiltIn{u"readlist", FUNCTION_READLIST, &CBrindle::ExecFileOperation,
+              AtLeast(2, 2, kNumberValue | kManyValues | kNotSet)},
       BuiltIn{u"writeline", FUNCTION_WRITELINE, &CBrindle::ExecFileOperation, AtLeast(2, 3, kNumberValue)},
       BuiltIn{u"filesize", FUNCTION_FILESIZE, &CBrindle::ExecFileOperation, AtLeast(1, 1, kNumberValue)},
       BuiltIn{u"seek", FUNCTION_SEEK, &CBrindle::ExecFileOperation, AtLeast(2, 2, kNumberValue | kNotSet)},
@@ -114,7 +117,10 @@ bool CBrindle::BuildFunctionTable() {
 
       BuiltIn{u"copydata", FUNCTION_COPYDATA, &CBrindle::ExecCopyData, Exactly(3, kNumberValue)},
 
-      BuiltIn{u"pointoffset", FUNCTION_POINTOFFSET, &CBrindle::ExecPointOffset, {7, 7, ArgumentCheck::Least, ArgumentSilence::Always, kNumberValue | kManyValues | kNotSet}},
+      BuiltIn{u"pointoffset",
+              FUNCTION_POINTOFFSET,
+              &CBrindle::ExecPointOffset,
+              {7, 7, ArgumentCheck::Least, ArgumentSilence::Always, kNumberValue | kManyValues | kNotSet}},
 
       BuiltIn{u"sendmessage", FUNCTION_SENDMESSAGE, &CBrindle::ExecSendMessage, None(kNoLimit, kNotSet)},
 
@@ -122,7 +128,8 @@ bool CBrindle::BuildFunctionTable() {
 
       BuiltIn{u"ask", FUNCTION_ASK, &CBrindle::ExecAsk, AtLeast(1, 1, kNumberValue)},
 
-      BuiltIn{u"findfiles", FUNCTION_FINDFILES, &CBrindle::ExecFindFiles, AtLeast(2, 2, kTextValue | kNotSet | kManyValues)},
+      BuiltIn{u"findfiles", FUNCTION_FINDFILES, &CBrindle::ExecFindFiles,
+              AtLeast(2, 2, kTextValue | kNotSet | kManyValues)},
 
       BuiltIn{u"controlvalue", FUNCTION_CONTROLVALUE, &CBrindle::ExecGetControlValue, AtLeast(1, 2, kAnyValue)},
 
@@ -130,24 +137,29 @@ bool CBrindle::BuildFunctionTable() {
       BuiltIn{u"dbfcreate", FUNCTION_DBFCREATE, &CBrindle::ExecDBFOperation, AtLeast(1, kNoLimit, kNumberValue)},
       BuiltIn{u"dbfclose", FUNCTION_DBFCLOSE, &CBrindle::ExecDBFOperation, AtLeast(1, 1, kNumberValue)},
       BuiltIn{u"dbfnumrecords", FUNCTION_DBFNUMRECORDS, &CBrindle::ExecDBFOperation, AtLeast(1, 1, kNumberValue)},
-      BuiltIn{u"dbfread", FUNCTION_DBFREAD, &CBrindle::ExecDBFOperation, AtLeast(1, 1, kTextValue | kNotSet | kManyValues)},
+      BuiltIn{u"dbfread", FUNCTION_DBFREAD, &CBrindle::ExecDBFOperation,
+              AtLeast(1, 1, kTextValue | kNotSet | kManyValues)},
       BuiltIn{u"dbfwrite", FUNCTION_DBFWRITE, &CBrindle::ExecDBFOperation, AtLeast(1, kNoLimit, kNumberValue)},
       BuiltIn{u"dbfappend", FUNCTION_DBFAPPEND, &CBrindle::ExecDBFOperation, AtLeast(1, kNoLimit, kNumberValue)},
       BuiltIn{u"dbfseek", FUNCTION_DBFSEEK, &CBrindle::ExecDBFOperation, AtLeast(2, 2, kNumberValue | kNotSet)},
       BuiltIn{u"dbfdelete", FUNCTION_DBFDELETE, &CBrindle::ExecDBFOperation, AtLeast(2, 2, kNumberValue | kNotSet)},
       BuiltIn{u"dbfnumfields", FUNCTION_DBFNUMFIELDS, &CBrindle::ExecDBFOperation, AtLeast(1, 1, kNumberValue)},
-      BuiltIn{u"dbffieldnames", FUNCTION_DBFFIELDNAMES, &CBrindle::ExecDBFOperation, AtLeast(1, 1, kTextValue | kNotSet | kManyValues)},
+      BuiltIn{u"dbffieldnames", FUNCTION_DBFFIELDNAMES, &CBrindle::ExecDBFOperation,
+              AtLeast(1, 1, kTextValue | kNotSet | kManyValues)},
 
       BuiltIn{u"comportopen", FUNCTION_COMPORTOPEN, &CBrindle::ExecComPortOperation, AtLeast(1, 5, kNumberValue)},
       BuiltIn{u"comportclose", FUNCTION_COMPORTCLOSE, &CBrindle::ExecComPortOperation, AtLeast(1, 1, kNumberValue)},
-      BuiltIn{u"comportread", FUNCTION_COMPORTREAD, &CBrindle::ExecComPortOperation, AtLeast(1, 1, kTextValue | kNotSet)},
-      BuiltIn{u"comportwrite", FUNCTION_COMPORTWRITE, &CBrindle::ExecComPortOperation, AtLeast(2, 2, kNumberValue | kTextValue | kNotSet)},
+      BuiltIn{u"comportread", FUNCTION_COMPORTREAD, &CBrindle::ExecComPortOperation,
+              AtLeast(1, 1, kTextValue | kNotSet)},
+      BuiltIn{u"comportwrite", FUNCTION_COMPORTWRITE, &CBrindle::ExecComPortOperation,
+              AtLeast(2, 2, kNumberValue | kTextValue | kNotSet)},
 
       BuiltIn{u"createobject", FUNCTION_CREATEOBJECT, &CBrindle::ExecCreateObject, Exactly(1, kObjectValue)},
 
       BuiltIn{u"getvarstats", FUNCTION_GETVARSTATS, &CBrindle::ExecGetVarStats, None(0, kNumberValue | kManyValues)},
 
-      BuiltIn{u"garbagecollection", FUNCTION_GARBAGECOLLECTION, &CBrindle::ExecGarbageCollection, None(0, kNumberValue)},
+      BuiltIn{u"garbagecollection", FUNCTION_GARBAGECOLLECTION, &CBrindle::ExecGarbageCollection,
+              None(0, kNumberValue)},
   };
   static_assert(kBuiltIns.size() == 86);
 

@@ -28,6 +28,11 @@ public:
     return added;
   }
   void Clear() noexcept { m_functions.clear(); }
+  // Every one, in no particular order.
+  template <class Action> void ForEach(Action action) const {
+    for (const auto& function : m_functions)
+      action(*function.second);
+  }
 
   // Of built-ins.
   [[nodiscard]] const FunctionSignature& SignatureOf(FUNCTION_TYPE code) const noexcept {

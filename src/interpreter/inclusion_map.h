@@ -1,8 +1,10 @@
-// Which file every part of a program text came from, while "include" and "library" put it together.
-// Room: interpreter. Used by: LoadLibraries, the check of scripts.
+// Which file every part of a program text came from: "include" and "library" put it together.
+// Room: interpreter. Used by: LoadLibraries, which fills it; error places; the check of scripts.
 // May touch: nothing.
 // Invariant: regions nest; the innermost region that holds a position is the file its line was written in.
 #pragma once
+
+#include "brindle/text.h"
 
 #include <cstdint>
 #include <string>
@@ -16,19 +18,20 @@ public:
   struct Region {
     std::uint32_t start;
     std::uint32_t end;
-    std::uint32_t lead; // units in front of the file's own text
-    std::string file;
+    std::uint32_t lead; // line ends at the start that are not the file's
+    std::string file;   // the resolved path
+    CString name;       // as the scripts call it
   };
 
   // A file's text that was appended behind, or inserted at, `start`. Regions around it grow, later ones move.
-  void Add(std::uint32_t start, std::uint32_t length, std::uint32_t lead, std::string file) {
+  void Add(std::uint32_t start, std::uint32_t length, std::uint32_t lead, std::string file, const CString& name) {
     for (Region& region : m_regions) {
       if (region.start >= start)
         region.start += length;
       if (region.end > start)
         region.end += length;
     }
-    m_regions.push_back({start, start + length, lead, std::move(file)});
+    m_regions.push_back({start, start + length, lead, std::move(file), name});
   }
   // Whether the line at `position` stands in that file, directly or in what the file includes.
   [[nodiscard]] bool IsInside(std::uint32_t position, const std::string& file) const {

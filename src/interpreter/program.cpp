@@ -1,6 +1,7 @@
 // Running a script: load, scan, run, and the boundary at which an abort ends.
 #include "brindle/interpreter.h"
 #include "interpreter/error_numbers.h"
+#include "interpreter/limits.h"
 #include "interpreter/script_abort.h"
 #include "interpreter/script_loader.h"
 #include "interpreter/state.h"
@@ -9,6 +10,7 @@
 #include <algorithm>
 #include <functional>
 #include <new>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 
@@ -18,10 +20,17 @@ using namespace brindle;
 // text and the position of a run that stands alone stay, for the handlers of a resident interpreter.
 struct CBrindle::RunScope {
   explicit RunScope(CBrindle& owner)
-      : m_owner(owner), m_state(*owner.m_pState), m_entry(*m_state.budget), m_nested(m_state.runDepth > 0), m_program(m_state.program),
-        m_position(m_state.position), m_token(m_state.token), m_scratch(m_state.scratch), m_fileName(m_state.fileName),
-        m_keepTokens(m_state.keepTokens), m_stop(m_state.stop), m_level(m_state.m_nScopeLevel),
-        m_base(m_state.baseLevel), m_names(m_state.m_arrTemporaries.GetSize()) {
+      : m_owner(owner), m_state(*owner.m_pState), m_entry(*m_state.budget), m_nested(m_state.runDepth > 0),
+        m_program(m_state.program), m_position(m_state.position), m_token(m_state.token), m_scratch(m_state.scratch),
+        m_fileName(m_state.fileName), m_keepTokens(m_state.keepTokens), m_stop(m_state.stop),
+        m_level(m_state.m_nScopeLevel), m_base(m_state.baseLevel), m_names(m_state.m_arrTemporaries.GetSize()),
+        m_atStatement(m_state.atStatement),
+        m_record{m_state.calls,       CCallFrame::Kind::Program, nullptr, m_state.program.get(), m_state.position,
+                 m_state.atStatement, m_state.fast.frames.size()} {
+    if (m_nested)
+      m_state.calls = &m_record;
+    m_state.atStatement = false;
+    m_state.callKind = CCallFrame::Kind::Procedure; // an abort may have left it for a call that was not made
     ++m_state.runDepth;
     const int calls = m_state.budget->Limits().callDepth;
     m_state.fast.deepestLevel =
@@ -36,6 +45,8 @@ struct CBrindle::RunScope {
   RunScope& operator=(const RunScope&) = delete;
   ~RunScope() {
     --m_state.runDepth;
+    m_state.calls = m_record.outer;
+    m_state.atStatement = m_atStatement;
     m_state.m_nScopeLevel = m_level;
     m_state.baseLevel = m_base;
     m_state.m_arrTemporaries.SetSize(m_names);
@@ -73,6 +84,8 @@ private:
   int m_level;
   int m_base;
   int m_names;
+  bool m_atStatement;
+  CallRecord m_record;
   std::vector<ReturnPosition> m_positions;
   ControlStack m_control;
 };
@@ -115,13 +128,8 @@ CString ScriptNameOf(const FileRoot& root, const CString& name) {
 
 } // namespace
 
-bool CBrindle::ExecuteProgram(const CString& fileName) {
-  return RunFile(fileName, false);
-}
-
-// A path that the host gives is its own; one that a script gives is held to the root.
-bool CBrindle::RunFile(const CString& fileName, bool isScripts) {
-  const CString name = fileName; // the caller's text may be a script variable
+// `load` makes the text the program. What the host gives is its own; a path that a script gives is held to the root.
+template <class Load> bool CBrindle::LoadAndRun(const CString& name, bool isScripts, Load load) {
   const FileRoot* const root = m_pState->budget->Root();
   bool isRefused = false;
   RunScope scope(*this);
@@ -131,7 +139,7 @@ bool CBrindle::RunFile(const CString& fileName, bool isScripts) {
         CheckNesting();
         try {
           const FileRoot::Scope files(isScripts ? root : nullptr);
-          loaded = LoadProgram(name);
+          loaded = load();
           isRefused = files.HasRefused();
         } catch (const std::bad_alloc&) {
           // as for a file that cannot be read
@@ -147,6 +155,26 @@ bool CBrindle::RunFile(const CString& fileName, bool isScripts) {
   return loaded;
 }
 
+bool CBrindle::ExecuteProgram(const CString& fileName) {
+  return RunFile(fileName, false);
+}
+
+bool CBrindle::RunFile(const CString& fileName, bool isScripts) {
+  const CString name = fileName; // the caller's text may be a script variable
+  return LoadAndRun(name, isScripts, [&] { return LoadProgram(name); });
+}
+
+bool CBrindle::ExecuteText(const CString& text, const CString& name) {
+  const CString runText = text;
+  const CString runName = name;
+  return LoadAndRun(runName, false, [&] {
+    std::optional<std::u16string> program;
+    if (runText.View().size() < static_cast<std::size_t>(kLongestText))
+      program = runText.View();
+    return TakeText(runName, std::move(program));
+  });
+}
+
 // Handlers of an event that comes while nothing runs: the boundary of an abort and of want of memory is here.
 void CBrindle::RunAlone(const std::function<void()>& body) {
   RunScope scope(*this);
@@ -154,8 +182,12 @@ void CBrindle::RunAlone(const std::function<void()>& body) {
 }
 
 bool CBrindle::LoadProgram(const CString& fileName) {
-  auto text = LoadScriptFile(fileName);
-  m_pState->program = std::make_shared<ProgramText>(std::u16string());
+  return TakeText(fileName, LoadScriptFile(fileName));
+}
+
+// False without a text; the error then belongs to no text of an earlier run.
+bool CBrindle::TakeText(const CString& fileName, std::optional<std::u16string> text) {
+  m_pState->program = std::make_shared<ProgramText>(std::u16string(), fileName);
   m_pState->keepTokens = false;
   Rewind();
   m_pState->token.kind = TOKEN_DELIMITER;
@@ -167,7 +199,7 @@ bool CBrindle::LoadProgram(const CString& fileName) {
 
 void CBrindle::SetProgram(const CString& fileName, std::u16string text) {
   text.push_back(u'\n');
-  m_pState->program = std::make_shared<ProgramText>(std::move(text));
+  m_pState->program = std::make_shared<ProgramText>(std::move(text), fileName);
   m_pState->fileName = fileName;
   Decrypt();
 }
@@ -181,7 +213,9 @@ void CBrindle::RunProgram(CString fileName) {
   Arguments arguments;
   arguments.Add(CBasicVariable(fileName));
   EventThrow(CString(u"OnStart"), arguments);
+  m_pState->atStatement = true;
   RunLoop();
+  m_pState->atStatement = false;
   EventThrow(CString(u"OnStop"), arguments);
 }
 

@@ -13,7 +13,8 @@ std::uint64_t SkipKey(std::uint32_t position, COMMAND_TYPE open, COMMAND_TYPE mi
 
 } // namespace
 
-ProgramText::ProgramText(std::u16string text) : m_text(std::move(text)), m_fast(std::make_unique<FastCode>()) {}
+ProgramText::ProgramText(std::u16string text, const CString& name)
+    : m_text(std::move(text)), m_strName(name), m_fast(std::make_unique<FastCode>()) {}
 
 ProgramText::~ProgramText() = default;
 
@@ -26,6 +27,12 @@ const Token& ProgramText::ReadToken(std::uint32_t position, const WordTable& wor
   m_tokens.push_back(ScanToken(m_text, position, words));
   m_pages[page][position % kPageSize] = &m_tokens.back();
   return m_tokens.back();
+}
+
+SourceLines::Place ProgramText::PlaceOf(std::uint32_t position) const {
+  if (m_lines == nullptr)
+    m_lines = std::make_unique<SourceLines>(m_text, m_files);
+  return m_lines->At(position);
 }
 
 const SkipTarget* ProgramText::FindSkip(std::uint32_t position, COMMAND_TYPE open, COMMAND_TYPE middle) const {

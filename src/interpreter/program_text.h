@@ -2,10 +2,12 @@
 // Room: interpreter. Used by: the reading position, the label scan, forward skips, procedure descriptors.
 // May touch: nothing but itself.
 // Must not: depend on the interpreter's state; several runs may hold several texts.
-// Invariant: the text changes only while nothing has been cached (loading); a cached token never moves.
+// Invariant: the text changes only while no token has been cached (loading); a cached token never moves.
 #pragma once
 
+#include "interpreter/inclusion_map.h"
 #include "interpreter/scanner.h"
+#include "interpreter/source_lines.h"
 
 #include <cassert>
 #include <deque>
@@ -27,7 +29,8 @@ class FastCode;
 
 class ProgramText {
 public:
-  explicit ProgramText(std::u16string text);
+  // `name` is the program's file as it was given.
+  explicit ProgramText(std::u16string text, const CString& name = CString());
   ~ProgramText();
 
   [[nodiscard]] std::u16string_view Text() const noexcept { return m_text; }
@@ -39,7 +42,21 @@ public:
   void Insert(std::uint32_t position, std::u16string_view text) {
     assert(m_tokens.empty());
     m_text.insert(position, text);
+    m_lines.reset();
   }
+
+  [[nodiscard]] const CString& Name() const noexcept { return m_strName; }
+  // The files that the text was put together from.
+  [[nodiscard]] const InclusionMap& Files() const noexcept { return m_files; }
+  void AddFile(std::uint32_t start, std::uint32_t length, std::uint32_t lead, std::string file, const CString& name) {
+    m_files.Add(start, length, lead, std::move(file), name);
+    m_lines.reset();
+  }
+  // The program's own file was enciphered: nobody is shown its lines for the asking.
+  void HideSource() noexcept { m_bHidden = true; }
+  [[nodiscard]] bool IsHidden() const noexcept { return m_bHidden; }
+  // What a position is for a person.
+  [[nodiscard]] SourceLines::Place PlaceOf(std::uint32_t position) const;
 
   // False when the label is there already.
   [[nodiscard]] bool AddLabel(const CString& name, std::uint32_t position) {
@@ -75,6 +92,10 @@ private:
   [[nodiscard]] const Token& ReadToken(std::uint32_t position, const WordTable& words);
 
   std::u16string m_text;
+  CString m_strName;
+  InclusionMap m_files;
+  bool m_bHidden = false;
+  mutable std::unique_ptr<SourceLines> m_lines; // made when the first error is reported
   std::unordered_map<CString, std::uint32_t> m_labels;
   std::vector<Page> m_pages;
   std::deque<Token> m_tokens;

@@ -12,12 +12,12 @@
 #include "data/raw_values.h"
 #include "data/record_type.h"
 #include "data/variable_store.h"
+#include "interpreter/call_record.h"
 #include "interpreter/control_stack.h"
 #include "interpreter/error_listener.h"
 #include "interpreter/execution_budget.h"
 #include "interpreter/fast/machine.h"
 #include "interpreter/function_table.h"
-#include "interpreter/inclusion_map.h"
 #include "interpreter/program_text.h"
 #include "io/com_port_table.h"
 #include "io/dbf_table.h"
@@ -57,7 +57,6 @@ struct InterpreterState {
   // Program text and reading position.
   CString fileName;
   std::shared_ptr<ProgramText> program;
-  InclusionMap inclusions; // of the program loaded last
   std::uint32_t position = 0;
   bool keepTokens = false; // while a program runs; loading and label scan read each token once
   TokenState token;
@@ -75,6 +74,13 @@ struct InterpreterState {
   CString lastError;
   CString unrecoverableText; // made with the interpreter: errors 50 and 17 are told when there is no memory left
   CString loadingSourceText;
+  CErrorPlace errorPlace;
+
+  // The calls in progress, as far as the executing parser made them.
+  const CallRecord* calls = nullptr;
+  CCallFrame::Kind callKind = CCallFrame::Kind::Procedure; // of the procedure that is entered next
+  bool atStatement = false;                                // while the position is that of a statement that runs
+  const CBrindle* starter = nullptr;                       // the interpreter whose "run" this one serves
   CUserInterface* userInterface = nullptr;
   ErrorListener* errorListener = nullptr; // hears of errors in the user's place
 

@@ -34,14 +34,9 @@ public:
   // Writes at the position, in one call to the system, and moves behind it.
   void Write(std::string_view bytes);
 
-  // Of a file opened without sharing it is asked of the system once: nobody else changes it.
-  [[nodiscard]] std::uint64_t GetLength() {
-    if (!m_bExclusive)
-      return m_file.GetLength();
-    if (m_nLength == kUnknownLength)
-      m_nLength = m_file.GetLength();
-    return m_nLength;
-  }
+  // Of a file whose end is this table's alone it is asked of the system only when another table of this process has
+  // written since.
+  [[nodiscard]] std::uint64_t GetLength();
   void SetLength(std::uint64_t length);
   void Flush() { m_file.Flush(); }
 
@@ -50,18 +45,35 @@ private:
   void CountWrite(std::string_view bytes) noexcept;
   void DropBlock() noexcept;
 
-  static constexpr std::uint64_t kUnknownLength = ~std::uint64_t{0};
+  friend class EndOfTable;
+  struct SharedName;
+  static SharedName& NameOf(const CString& path);
 
   CFile m_file;
-  bool m_bExclusive = false;
-  std::uint64_t m_nLength = kUnknownLength; // of an exclusive file, once asked for
+  bool m_bOwnsEnd = false;         // as long as it is open: it was opened without sharing
+  std::uint64_t m_nLength = 0;     // of such a file
+  std::uint64_t m_nLengthSeen = 0; // the count of writes when the length was asked for, or 0
   std::uint64_t m_nPosition = 0;
   std::uint64_t m_nFilePosition = 0; // the system's
   std::string m_block;
   std::uint64_t m_nBlockStart = 0;
   std::size_t m_nNextBlock = 0;    // how much to read ahead next
   std::uint64_t m_nWritesSeen = 0; // the count of writes when the block was read
-  std::atomic<std::uint64_t>* m_pWrites = nullptr;
+  SharedName* m_pName = nullptr;
+};
+
+// While it lives no other program that appends to the table or closes it moves the table's end. Throws CFileException
+// when another program has created the table and still has it open, or was stopped in the middle of appending.
+class EndOfTable {
+public:
+  explicit EndOfTable(TableFile& table);
+  EndOfTable(const EndOfTable&) = delete;
+  EndOfTable& operator=(const EndOfTable&) = delete;
+  ~EndOfTable();
+
+private:
+  TableFile& m_table;
+  bool m_bTaken = false;
 };
 
 } // namespace brindle

@@ -4,9 +4,26 @@
 #include "io/dbf_file.h"
 #include "io/dbf_format.h"
 
+#include <algorithm>
 #include <utility>
 
 using namespace brindle;
+
+namespace {
+
+// Somebody else who has this table open too, and has closed it since its header was read here, has counted his records
+// in the file.
+unsigned long WithOthersRecords(unsigned long records, std::string_view headerFound, TableFile& file) {
+  file.Seek(0);
+  const std::string_view header = file.Peek(kTableHeaderSize);
+  if (header.size() < kTableHeaderSize)
+    return records;
+  const auto added = static_cast<std::int64_t>(ParseHeader(header).records) -
+                     static_cast<std::int64_t>(ParseHeader(headerFound).records);
+  return static_cast<unsigned long>(std::max<std::int64_t>(0, static_cast<std::int64_t>(records) + added));
+}
+
+} // namespace
 
 CDbf::CDbf() : m_pFile(std::make_unique<TableFile>()) {}
 
@@ -170,6 +187,8 @@ bool CDbf::Close() {
   bool done = true;
   if (IsOpen() && m_nMode != DBF_READ) {
     try {
+      const EndOfTable mine(*m_pFile);
+      m_nNumRecords = WithOthersRecords(m_nNumRecords, m_strHeader, *m_pFile);
       done = WriteHeader() >= 0;
       // Without room for records the file keeps its length: there is no place for the marker that is not the header.
       if (const std::uint64_t end = OffsetToEnd(); end > 0) {
@@ -218,30 +237,39 @@ bool CDbf::Flush() {
   }
 }
 
+// Whether the file has lost its header meanwhile: then it is no table any more.
+bool CDbf::IsCutOff() const {
+  try {
+    return m_pFile->GetLength() < m_strHeader.size();
+  } catch (const CFileException&) {
+    return false;
+  }
+}
+
 bool CDbf::SwitchToWriteMode() {
   if (!IsOpen())
     return false;
   if (m_nMode != DBF_READ)
     return true;
-  // A table that may not be written to stays readable.
-  auto file = std::make_unique<TableFile>();
-  if (!file->Open(m_strFileName, CFile::modeReadWrite | CFile::shareDenyNone))
-    return false;
-  file->Close();
-
-  const std::uint64_t position = m_pFile->GetPosition();
-  const std::vector<CAttributePair> saved = std::move(m_pairs);
-  const bool deleted = m_bDeleted;
-  CleanUp();
-  m_pFile->Close();
-  m_nMode = DBF_READ_WRITE;
-  if (!OpenRead()) {
-    CleanUp();
+  // In an object of its own, so that a table that the system refuses to open or read once more stays as it is.
+  CDbf writable;
+  if (!writable.Open(m_strFileName, DBF_READ_WRITE)) {
+    if (IsCutOff())
+      Close();
     return false;
   }
-  for (std::size_t i = 0; i < saved.size() && i < m_pairs.size(); ++i)
-    m_pairs[i].SetValue(saved[i].GetValue());
-  m_bDeleted = deleted;
-  m_pFile->Seek(position);
+  for (std::size_t i = 0; i < m_pairs.size() && i < writable.m_pairs.size(); ++i)
+    writable.m_pairs[i].SetValue(m_pairs[i].GetValue());
+  writable.m_pFile->Seek(m_pFile->GetPosition());
+  m_pFile.swap(writable.m_pFile);
+  m_strHeader.swap(writable.m_strHeader);
+  m_descriptors.swap(writable.m_descriptors);
+  m_pairs.swap(writable.m_pairs);
+  m_nFilteredSize = -1;
+  m_nNumRecords = writable.m_nNumRecords;
+  m_nHeaderLength = writable.m_nHeaderLength;
+  m_nRecordLength = writable.m_nRecordLength;
+  m_nFieldsLength = writable.m_nFieldsLength;
+  m_nMode = std::exchange(writable.m_nMode, DBF_READ); // it closes the file that was only read
   return true;
 }

@@ -181,6 +181,7 @@ bool CDbf::AppendRecord(bool bCheck) {
   if (!SwitchToWriteMode())
     return false;
   return Attempt([&] {
+    const EndOfTable mine(*m_pFile);
     const std::uint64_t end = OffsetToEnd();
     if (end == 0)
       return false;
@@ -207,6 +208,7 @@ bool CDbf::DeleteLastRecord(unsigned long nCount) {
   if (!SwitchToWriteMode() || nCount == 0 || nCount > m_nNumRecords)
     return false;
   return Attempt([&] {
+    const EndOfTable mine(*m_pFile);
     // Counted from the very end of the file: what is left of the last record goes with the next append or the end.
     const std::uint64_t length = m_pFile->GetLength();
     const std::uint64_t removed = static_cast<std::uint64_t>(m_nRecordLength) * nCount;

@@ -166,19 +166,11 @@ bool CBrindle::ExecFileOperation(CBasicVariable& result, Arguments& args, FUNCTI
   int error = 0;
   try {
     switch (type) {
-    case FUNCTION_READ:
-      error = ReadElements(*file, result, args);
-      break;
-    case FUNCTION_WRITE:
-      error = WriteElements(*file, result, args[1], ToInt32(args[2].GetNumberValue()));
-      break;
+    case FUNCTION_READ: error = ReadElements(*file, result, args); break;
+    case FUNCTION_WRITE: error = WriteElements(*file, result, args[1], ToInt32(args[2].GetNumberValue())); break;
     case FUNCTION_READLINE: error = ReadTextLine(*file, result); break;
-    case FUNCTION_READLIST:
-      error = ReadNumberList(*file, result, args[1].GetStringValue());
-      break;
-    case FUNCTION_WRITELINE:
-      error = WriteTextLines(*file, result, args);
-      break;
+    case FUNCTION_READLIST: error = ReadNumberList(*file, result, args[1].GetStringValue()); break;
+    case FUNCTION_WRITELINE: error = WriteTextLines(*file, result, args); break;
     case FUNCTION_SEEK: {
       const std::uint32_t position = ToUint32(args[1].GetNumberValue());
       if (position >= file->GetLength())

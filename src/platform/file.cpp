@@ -46,6 +46,15 @@ int SystemLock(int descriptor) noexcept {
     return -1;
   return flock(descriptor, LOCK_EX | LOCK_NB);
 }
+int SystemLockByte(int descriptor, std::uint64_t position, short kind) noexcept {
+  struct flock range {};
+  range.l_type = kind;
+  range.l_whence = SEEK_SET;
+  range.l_start = static_cast<off_t>(position);
+  range.l_len = 1;
+  // Of the opening, not of the process: closing another opening of the same file does not give it back.
+  return fcntl(descriptor, F_OFD_SETLK, &range);
+}
 int SystemGetFlags(int descriptor) noexcept {
   if (Refused(FaultKind::File, EBADF))
     return -1;
@@ -191,9 +200,8 @@ bool CFile::Open(std::u16string_view path, unsigned flags) {
       openFlags |= O_TRUNC;
     }
   }
-  const int descriptor =
-      root != nullptr ? root->OpenFile(path, openFlags)
-                      : Uninterrupted([&] { return SystemOpen(nativePath.c_str(), openFlags); });
+  const int descriptor = root != nullptr ? root->OpenFile(path, openFlags)
+                                         : Uninterrupted([&] { return SystemOpen(nativePath.c_str(), openFlags); });
   if (descriptor < 0) {
     return false;
   }
@@ -275,6 +283,16 @@ void CFile::SetLength(std::uint64_t length) {
   if (Uninterrupted([&] { return SystemTruncate(m_nDescriptor, target); }) != 0) {
     ThrowOsError(errno);
   }
+}
+
+bool CFile::TryLockByte(std::uint64_t position, ByteLock kind) noexcept {
+  const short type = kind == ByteLock::shared ? F_RDLCK : F_WRLCK;
+  return Uninterrupted([&] { return SystemLockByte(m_nDescriptor, position, type); }) == 0 ||
+         (errno != EAGAIN && errno != EACCES);
+}
+
+void CFile::UnlockByte(std::uint64_t position) noexcept {
+  SystemLockByte(m_nDescriptor, position, F_UNLCK);
 }
 
 void CFile::Flush() {

@@ -49,6 +49,7 @@ public:
     modeNoTruncate = 0x2000,
   };
   enum SeekPosition { begin, current, end };
+  enum class ByteLock { alone, shared };
 
   CFile() = default;
   CFile(CFile&& other) noexcept;
@@ -75,6 +76,12 @@ public:
   [[nodiscard]] std::uint64_t GetLength() const;
   // The position stays as it is.
   void SetLength(std::uint64_t length);
+
+  // Takes one byte for this opening alone (or for all that ask for it shared, to read), against every other one of the
+  // file that asks for it, in this process or another; the byte may lie behind the end. False while somebody else has
+  // it. It is advisory, and a file system without locks always gives it.
+  [[nodiscard]] bool TryLockByte(std::uint64_t position, ByteLock kind = ByteLock::alone) noexcept;
+  void UnlockByte(std::uint64_t position) noexcept;
 
   // Waits until the contents are on the device: for data that must outlive a loss of power, not for every write.
   void Flush();

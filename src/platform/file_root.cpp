@@ -25,7 +25,7 @@ namespace brindle {
 
 namespace {
 
-constexpr int kMostLinks = 40;          // as many as the system follows
+constexpr int kMostLinks = 40;           // as many as the system follows
 constexpr std::size_t kMostParts = 4096; // of a path, with what its links stand for
 
 thread_local FileRoot::Scope* current = nullptr;
@@ -292,8 +292,8 @@ std::vector<std::u16string> FileRoot::FindFiles(std::u16string_view pattern) con
   const std::u16string_view last = pattern.substr(folder.size());
   const std::string fromRoot = FromRoot(folder.empty() ? u"." : folder);
   Place place;
-  if (pattern.find(u'\0') != std::u16string_view::npos || !Walk(fromRoot, place) || !place.exists ||
-      last.empty() || last == u"." || last == u"..")
+  if (pattern.find(u'\0') != std::u16string_view::npos || !Walk(fromRoot, place) || !place.exists || last.empty() ||
+      last == u"." || last == u"..")
     return names;
   ForEachName(place.Folder(), place.name.c_str(), [&](std::string_view entry) {
     if (std::u16string name = PathFromNative(entry); MatchesPattern(name, last))

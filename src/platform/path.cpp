@@ -219,8 +219,8 @@ std::vector<std::string> NamesIn(const std::string& folder) {
 }
 
 bool MatchesPattern(std::u16string_view name, std::u16string_view pattern) {
-  return pattern == u"*.*" || MatchesWildcards(CodePoints(Folded(std::u16string(name))),
-                                               CodePoints(Folded(std::u16string(pattern))));
+  return pattern == u"*.*" ||
+         MatchesWildcards(CodePoints(Folded(std::u16string(name))), CodePoints(Folded(std::u16string(pattern))));
 }
 
 std::u16string FoldedPath(std::u16string text) {

@@ -47,19 +47,26 @@ SharedLibrary SharedLibrary::Open(const std::string& path, std::string& failure)
   return SharedLibrary(handle);
 }
 
-SharedLibrary SharedLibrary::OpenPlugIn(const std::string& fileName, std::string& failure) {
+std::string SharedLibrary::FindPlugIn(const std::string& fileName) {
   std::string folders[3];
   if (const char* const chosen = std::getenv("BRINDLE_PLUGINS"))
     folders[0] = chosen;
   folders[1] = OwnFolder();
   if (!folders[1].empty())
     folders[2] = folders[1] + "/brindle";
-  failure = fileName + ": not found";
   for (const std::string& folder : folders) {
     const std::string path = folder + "/" + fileName;
     if (!folder.empty() && IsRegularFile(path))
-      return Open(path, failure);
+      return path;
   }
+  return std::string();
+}
+
+SharedLibrary SharedLibrary::OpenPlugIn(const std::string& fileName, std::string& failure) {
+  const std::string path = FindPlugIn(fileName);
+  if (!path.empty())
+    return Open(path, failure);
+  failure = fileName + ": not found";
   return SharedLibrary();
 }
 

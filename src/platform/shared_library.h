@@ -22,6 +22,9 @@ public:
   // this library, or in the folder "brindle" there.
   [[nodiscard]] static SharedLibrary OpenPlugIn(const std::string& fileName, std::string& failure);
 
+  // Its path; empty when it is in none of these folders.
+  [[nodiscard]] static std::string FindPlugIn(const std::string& fileName);
+
   [[nodiscard]] bool IsOpen() const noexcept { return m_pHandle != nullptr; }
   // Null when the library exports no such name (or nothing is open).
   [[nodiscard]] void* FindSymbol(const std::string& name) const;

@@ -74,6 +74,10 @@ bool StandardStreams::InputIsTerminal() const noexcept {
   return IsTerminal(STDIN_FILENO);
 }
 
+bool StandardStreams::ErrorIsTerminal() const noexcept {
+  return IsTerminal(STDERR_FILENO);
+}
+
 void StandardStreams::EndInputOnTermination() {
   m_nTerminationPipe = TerminationDescriptor();
 }

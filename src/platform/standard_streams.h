@@ -25,6 +25,7 @@ public:
   // Whether something written could not be delivered (a full disk, say).
   [[nodiscard]] bool OutputLost() const noexcept { return m_bOutputLost; }
   [[nodiscard]] bool InputIsTerminal() const noexcept;
+  [[nodiscard]] bool ErrorIsTerminal() const noexcept;
   // From now on the signals that ask a process to end count as the end of input.
   void EndInputOnTermination();
 

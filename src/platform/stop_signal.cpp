@@ -45,6 +45,17 @@ void StopSignal::Request() noexcept {
 
 void StopSignal::Clear() noexcept {
   m_isRequested.store(false, std::memory_order_seq_cst);
+  m_wasLate = false;
+}
+
+bool StopSignal::ShouldStop() noexcept {
+  if (m_isRequested.load(std::memory_order_seq_cst))
+    return true;
+  if (!IsLate())
+    return false;
+  m_wasLate = true;
+  m_isRequested.store(true, std::memory_order_seq_cst);
+  return true;
 }
 
 int StopSignal::Descriptor() noexcept {
@@ -78,7 +89,7 @@ int StopSignal::CurrentDescriptor() noexcept {
 }
 
 bool StopSignal::CurrentShouldStop() noexcept {
-  return current != nullptr && (current->m_isRequested.load(std::memory_order_seq_cst) || current->IsLate());
+  return current != nullptr && current->ShouldStop();
 }
 
 std::optional<StopSignal::Clock::time_point> StopSignal::Earlier(std::optional<Clock::time_point> moment) noexcept {

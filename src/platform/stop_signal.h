@@ -26,7 +26,9 @@ public:
   void Clear() noexcept;
   void SetDeadline(std::optional<Clock::time_point> deadline) noexcept { m_deadline = deadline; }
   [[nodiscard]] bool IsLate() const noexcept { return m_deadline && Clock::now() >= *m_deadline; }
-  [[nodiscard]] bool ShouldStop() const noexcept { return IsRequested() || IsLate(); }
+  // Being late is a request as well, from when it was noticed.
+  [[nodiscard]] bool ShouldStop() noexcept;
+  [[nodiscard]] bool WasLate() const noexcept { return m_wasLate; }
 
   // The signal of what runs on this thread, null when nothing does.
   [[nodiscard]] static StopSignal* Current() noexcept;
@@ -56,6 +58,7 @@ private:
 
   std::atomic<bool> m_isRequested{false};
   std::atomic<int> m_nDescriptor{-1};
+  bool m_wasLate = false;
   std::optional<Clock::time_point> m_deadline;
 };
 static_assert(std::atomic<bool>::is_always_lock_free && std::atomic<int>::is_always_lock_free);

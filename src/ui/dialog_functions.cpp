@@ -59,7 +59,8 @@ bool CBrindle::ExecFileDlg(CBasicVariable& result, Arguments& args, FUNCTION_TYP
   // The user sees the system's paths, a script that is held to a root only those below it.
   const FileRoot* const root = m_pState->budget->Root();
   if (root != nullptr) {
-    const std::u16string folder = request.initialFolder.IsEmpty() ? u"\\" : std::u16string(request.initialFolder.View());
+    const std::u16string folder =
+        request.initialFolder.IsEmpty() ? u"\\" : std::u16string(request.initialFolder.View());
     request.initialFolder = CString(PathFromNative(root->PathOf(folder).value_or(std::string())));
   }
   const auto path = CallUserInterface([&] { return GetUserInterface().ChooseFile(request); });

@@ -160,7 +160,13 @@ int CBrindle::AlterLine(ScriptDialog& dialog, int id) {
   CDialogWindow& window = *dialog.window;
   bool fits = true;
   switch (keyword) {
-  case KEYWORD_TITLE: window.SetText(id, args[0].GetStringValue()); break;
+  case KEYWORD_TITLE: {
+    CString title = args[0].GetStringValue();
+    if (dialog.Kind(id) == ControlKind::Bitmap && !PathForOthers(title))
+      break; // reported
+    window.SetText(id, title);
+    break;
+  }
   case KEYWORD_TEXT: fits = SetTextOf(dialog, id, args[0].GetStringValue()); break;
   case KEYWORD_VALUE: fits = SetValueOf(dialog, id, args[0]); break;
   case KEYWORD_SELECTION: fits = SetSelectionOf(dialog, id, args[0]); break;

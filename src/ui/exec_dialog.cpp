@@ -61,8 +61,8 @@ DialogRectangle RectangleOf(const CBasicVariableArray& args, int first) {
 }
 
 const Control* FindControl(KEYWORD_TYPE keyword) {
-  const auto row =
-      std::find_if(kControls.begin(), kControls.end(), [keyword](const Control& row) { return row.keyword == keyword; });
+  const auto row = std::find_if(kControls.begin(), kControls.end(),
+                                [keyword](const Control& row) { return row.keyword == keyword; });
   return row == kControls.end() ? nullptr : &*row;
 }
 
@@ -107,6 +107,12 @@ bool CBrindle::ExecControl(std::vector<std::byte>& item, int& id, CString& handl
     return Fail(kErrorDialogControl);
   if (args.GetSize() < kControlParameters)
     return Fail(kErrorSyntax);
+  if (keyword == KEYWORD_BITMAP) {
+    CString picture = args[0].GetStringValue();
+    if (!PathForOthers(picture))
+      return false;
+    args[0].SetValue(picture);
+  }
   id = keyword == KEYWORD_OKBUTTON       ? CDialogWindow::kOk
        : keyword == KEYWORD_CANCELBUTTON ? CDialogWindow::kCancel
                                          : IntegerOf(args[1]);
@@ -256,7 +262,9 @@ void CBrindle::RaiseHandler(const CString& name, const CBasicVariable& value) {
   m_pState->token = token;
   if (known) {
     CBasicVariable dropped;
+    m_pState->callKind = CCallFrame::Kind::Handler;
     ExecUserFunction(name, dropped, args, true);
+    m_pState->callKind = CCallFrame::Kind::Procedure;
   }
 }
 

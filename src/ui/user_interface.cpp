@@ -21,6 +21,10 @@ void CUserInterface::ShowMessage(const CString&) {}
 
 void CUserInterface::ShowNotice(const CString&) {}
 
+CUserInterface::ErrorAnswer CUserInterface::ShowErrorAt(const CString& text, const CErrorPlace&) {
+  return ShowError(text);
+}
+
 CUserInterface::ErrorAnswer CUserInterface::ShowError(const CString&) {
   return ErrorAnswer::Cancel;
 }

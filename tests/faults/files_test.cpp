@@ -205,17 +205,17 @@ private:
 // The table class of the hosts: what gave true is there, what gave false is not.
 class HostTable : public Scenario {
 public:
+  HostTable() { m_fields.Add(&m_field); }
   [[nodiscard]] std::vector<FaultKind> Kinds() const override { return {FaultKind::Memory, FaultKind::File}; }
   [[nodiscard]] std::unique_ptr<CBrindle> Make(RecordingUserInterface&) override { return nullptr; }
   void Prepare() override {
     m_records.clear();
     m_bClosed = false;
-    CDbfFieldDescriptorEx name(u"NAME", DBF_CHAR, 8);
-    CArray<CDbfFieldDescriptorEx*, CDbfFieldDescriptorEx*> fields;
-    fields.Add(&name);
+    m_bStillOpen = true;
+    m_newPath = CString::FromUtf8(PathOf("new.dbf"));
     CDbf table;
     m_path = CString::FromUtf8(PathOf("table.dbf"));
-    EXPECT_TRUE(table.Create(m_path, fields, 1));
+    EXPECT_TRUE(table.Create(m_path, m_fields, 1));
     for (const char* record : {"anna", "bert"}) {
       EXPECT_TRUE(table.AppendRecord(Values(record), false));
       m_records.push_back(record);
@@ -226,9 +226,17 @@ public:
   void Act(CBrindle*, Outcome& outcome) override {
     CDbf table;
     try {
+      CDbf made;
+      (void)made.Create(m_newPath, m_fields, 1);
+      (void)made.AppendRecord(m_values[0], false);
+    } catch (const std::bad_alloc&) {
+      outcome.thrown = true;
+    }
+    try {
       outcome.loaded = table.Open(m_path, DBF_READ);
       if (table.AppendRecord(m_values[0], false))
         Note([this] { m_records.push_back("carl"); });
+      m_bStillOpen = table.IsOpen();
       if (table.WriteRecord(1, m_values[2], false))
         Note([this] { m_records[1] = "BERT"; });
       if (table.AppendRecord(m_values[1], false))
@@ -242,7 +250,12 @@ public:
     m_bClosed = table.Close();
   }
   [[nodiscard]] std::string Judge(const Trial&, const Outcome& outcome, const Outcome&) override {
+    if (outcome.loaded && !m_bStillOpen)
+      return "a table that cannot be written to is not open any more";
     CDbf table;
+    const std::string made = Folder().Read("new.dbf");
+    if (!made.empty() && (!table.Open(m_newPath, DBF_READ) || table.GetNumRecords() > 1))
+      return "the new table does not open";
     if (!table.Open(m_path, DBF_READ))
       return "the table does not open any more";
     // A header that could not be written counts the records of before; they are all there.
@@ -260,7 +273,6 @@ public:
     }
     return {};
   }
-  void Finish(Outcome&) override {}
 
 private:
   static CStringArray Values(const char* text) {
@@ -273,10 +285,14 @@ private:
     change();
   }
 
+  CDbfFieldDescriptorEx m_field{u"NAME", DBF_CHAR, 8};
+  CArray<CDbfFieldDescriptorEx*, CDbfFieldDescriptorEx*> m_fields;
   CString m_path;
+  CString m_newPath;
   std::vector<CStringArray> m_values;
   std::vector<std::string> m_records;
   bool m_bClosed = false;
+  bool m_bStillOpen = true;
 };
 
 } // namespace

@@ -92,9 +92,12 @@ function problems_are_read_from_lines() {
   assert.equal(match('1 file checked'), null);
 }
 
+// A folder with the files that snippets name.
 function inTemporaryFolder(action) {
   const temporary = mkdtempSync(join(tmpdir(), 'brindle-extension-'));
   try {
+    writeFileSync(join(temporary, 'in.txt'), 'a line\n');
+    writeFileSync(join(temporary, 'common.bas'), '');
     return action(temporary);
   } finally {
     rmSync(temporary, { recursive: true });
@@ -135,8 +138,6 @@ function wholeProgram(name, program) {
 
 function snippets_run_as_they_are() {
   inTemporaryFolder((temporary) => {
-    writeFileSync(join(temporary, 'in.txt'), 'a line\n');
-    writeFileSync(join(temporary, 'common.bas'), '');
     for (const [name, program] of snippetPrograms(sourceFolder)) {
       const wrapped = wholeProgram(name, program);
       writeFileSync(join(temporary, 'case.bas'), wrapped);

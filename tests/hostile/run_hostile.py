@@ -37,7 +37,7 @@ class Case:
     """One program, and what is to be seen of it."""
 
     def __init__(self, name, program=b"", error=None, output=None, files=None, prepare=None, script="case.bas",
-                 options=()):
+                 options=(), lines=None):
         self.name = name
         self.program = program.encode() if isinstance(program, str) else program
         self.error = error        # True: some error; a text: this one; False: none; None: either
@@ -46,6 +46,7 @@ class Case:
         self.prepare = prepare    # makes what is no plain file, given the folder
         self.script = script
         self.options = list(options)
+        self.lines = lines        # what the user types, None: nothing
 
 
 def repeated():
@@ -123,6 +124,8 @@ def nested():
     deepest = 4 * deep  # a parenthesis takes little stack, and a sanitized runner gets more of it
     yield Case("nested parentheses", "x = " + "(" * deepest + "1" + ")" * deepest + "\n", error=ERROR_50)
     yield Case("nested parentheses that never close", "x = " + "(" * deepest, error=ERROR_50)
+    yield Case("ten thousand nested parentheses", "x = " + "(" * 10_000 + "1" + ")" * 10_000 + "\nprint int(x)\n",
+               error=None)
     yield Case("nested powers", "x = " + "2^" * (10 * deep) + "2\n", error=ERROR_50)
     yield Case("nested indices", "dim a[2]\nx = " + "a[" * deep + "0" + "]" * deep + "\n", error=ERROR_50)
     yield Case("nested calls of a built-in", "x = " + "len(" * deep + '"a"' + ")" * deep + "\n", error=ERROR_50)
@@ -166,6 +169,19 @@ def composed():
 def large():
     """Much of everything."""
     many = 200_000
+    lines = 100_000
+    yield Case("100000 lines of sums", "x = 0\n" + "".join("x = x + %d\n" % (i % 7) for i in range(lines)) +
+               "print int(x)\n", error=False, output="%d\n" % sum(i % 7 for i in range(lines)))
+    yield Case("100000 lines that are called", "n = 0\nfor i = 1 to 3\nn = n + Add()\nnext\nprint int(n)\nend\n"
+               "function Add()\ns = 0\n" + "s = s + 1\n" * lines + "Add = s\nendfunction\n", error=False,
+               output="%d\n" % (3 * lines))
+    fill = 'dim a[16000]\ns = repeat("0123456789", %d)\nfor i = 0 to 15999\na[i] = s%s\nnext\n'
+    yield Case("arrays of 16000 long texts", fill % (400, "") +
+               "b = a\ndim c[16000]\nc = Back(a)\nn = 0\nfor i = 0 to 15999\nn = n + len(c[i])\nnext\nprint int(n)\n"
+               'print ubound("c")\nend\nfunction Back(x)\nBack = x\nendfunction\n', error=False,
+               output="64000000\n16000\n")
+    yield Case("an array of 16000 texts beyond memory", fill % (20_000, ' + "x"') + "print 1\n")
+    yield Case("an array of 16001", "dim a[16001]\n", error="Incorrect array size")
     yield Case("200000 labels", "goto L%d\n" % (many - 1) + "".join("L%d:\n" % i for i in range(many)) + 'print "there"\n',
                error=False, output="there\n")
     yield Case("200000 procedures", "print f%d()\nend\n" % (many - 1) +
@@ -182,6 +198,98 @@ def large():
     yield Case("a text repeated beyond memory", 'x = repeat("abcdefgh", 2000000000)\n', error=ERROR_50)
     yield Case("a width beyond memory", 'x = format(1, "%2000000000d")\n', error=ERROR_50)
     yield Case("a power that takes a billion steps", "x = 1.0000001 ^ 1000000000\nprint 1\n", error=False, output="1.000000\n")
+
+
+CLOSE_TABLE = """
+dim f[3]
+f[0] = "N"
+f[1] = "C"
+f[2] = 10
+h = dbfcreate("t", f)
+x = dbfappend(h, "first")
+%s
+end
+function Shut(n)
+  x = dbfclose(n)
+  Shut = 0
+endfunction
+"""
+CLOSE_FILE = """
+open "t.txt" for output as 1 text
+x = writeline(1, "first")
+close 1
+open "t.txt" for input as 1 text
+%s
+end
+function Shut(n)
+  close n
+  Shut = 0
+endfunction
+"""
+PRESSED = """
+dialog "One", 0, 0, 100, 40
+  control button "Go", 11, 1, 1, 20, 10, "Pressed"
+  control okbutton "OK", 1, 1, 20, 20, 10
+  onexit Closed
+enddialog
+print "after"
+end
+sub Closed(r)
+  closedialog
+  print "closed ";r
+endsub
+sub Pressed(v)
+%s
+endsub
+"""
+
+
+def torn_away():
+    """What a handler or an operand takes away from the statement that waits for it."""
+    error_49 = "Invalid file handle"
+    going_on = ["--on-error=continue"]
+    for operation, printed in (("r = dbfread(h + Shut(h))\nprint \"[\";r;\"]\"", "[]\n"), ("print dbfappend(h, Shut(h))", "0\n"),
+                               ("print dbfwrite(h, 0, Shut(h))", "0\n"), ("print dbfnumrecords(h + Shut(h))", "0\n"),
+                               ("print dbfclose(h + Shut(h))", "False\n")):
+        yield Case("a table closed by an operand of %s" % operation.partition("(")[0], CLOSE_TABLE % operation, error=False,
+                   output=printed)
+    yield Case("a table closed by an operand, and the next one has its handle",
+               CLOSE_TABLE % 'k = dbfcreate("k", f)\nprint dbfappend(h, Shut(h))\nprint dbfnumrecords(0)', error=False,
+               output="True\n1\n")
+    for operation in ("readline(1 + Shut(1))", "read(1, Shut(1) + 1, 1)", 'readlist(1, str(Shut(1)))', "filesize(1 + Shut(1))",
+                      "seek(1, Shut(1))", 'writeline(1, Shut(1))', "iseof(1 + Shut(1))"):
+        yield Case("a file closed by an operand of %s" % operation, CLOSE_FILE % ("x = %s\n" % operation), error=error_49)
+    yield Case("a file replaced while its number is read", CLOSE_FILE.replace("close n", 'open "case.bas" for input as 1 text') %
+               "print len(readline(1 + Shut(1)))", error=False, output="0\n")
+    yield Case("a port closed by an operand of its own writing", "x = comportopen(1)\nx = comportwrite(1, Shut(1))\n"
+               'print "[";x;"]"\nend\nfunction Shut(n)\nx = comportclose(n)\nShut = "x"\nendfunction\n', error=False,
+               output="[]\n")
+    yield Case("a map emptied by an operand of its own statement", 'map create "m"\ncall mapset("m", "a", 1)\n'
+               'k = mapgetkeys("m")\ncall mapset("m", "c", Wipe())\nprint maphas("m", "a");maphas("m", "c")\nend\n'
+               'function Wipe()\nmap clear "m"\nWipe = 1\nendfunction\n', error=False, output="FalseTrue\n")
+    yield Case("an array made smaller by an operand of its own index", "dim a[1000]\na[900 + Shrink()] = 1\nprint 1\nend\n"
+               "function Shrink()\nShrink = 0\nendfunction\n".replace("Shrink = 0", "dim a[2]\nShrink = 0"), error=None,
+               options=going_on)
+    yield Case("an array made smaller while its value is read", "global a\ndim b[1000]\na = b\nx = a[5] + Shrink() + a[900]\n"
+               "print 1\nend\nfunction Shrink()\nglobal a[2]\nShrink = 0\nendfunction\n", error=None, options=going_on)
+    yield Case("a dialog closed in its own handler", PRESSED %
+               'closedialog\nalter 11\ntitle "late"\nendalter\nprint controlvalue(11)\nclosedialog\nclosedialog', output="late\nclosed 1\nafter\n",
+               lines="click 11\nclick 11\nok\n")
+    yield Case("a dialog whose handler takes its handlers away", PRESSED %
+               'event create Pressed Closed\nevent remove Pressed Closed\nthrow Pressed(1)\nclosedialog', output="closed 1\nafter\n",
+               lines="click 11\nclick 11\n")
+    yield Case("a dialog that ends the program in its handler", PRESSED % "end", output=None, lines="click 11\nok\n")
+    yield Case("handlers that take each other away", "for i = 1 to 3\nevent create E A\nevent create E B\nevent create E C\n"
+               'throw E(i)\nnext\nprint "done"\nend\nsub A(v)\nevent remove E A\nevent remove E B\nevent remove E C\n'
+               'print "A"\nendsub\nsub B(v)\nprint "B"\nendsub\nsub C(v)\nprint "C"\nendsub\n', error=False,
+               output="A\nA\nA\ndone\n")
+    for event in ("E", "OnStop", "OnTimer"):
+        yield Case("the handler of %s throws it" % event, "event create %s H\nthrow %s(1)\nend\nsub H(v)\nthrow %s(v)\nendsub\n" %
+                   (event, event, event), error=ERROR_50)
+    yield Case("a handler that attaches itself again and again", "event create E H\nthrow E(1)\nprint 1\nend\nsub H(v)\n"
+               "event remove E H\nevent create E H\nendsub\n", options=going_on)
+    yield Case("a watched loop variable whose handler moves it", "global n\nn = 1\nevent create C H\nwatch create n C\n"
+               'for n = 1 to 5\nnext\nprint "for"\nend\nsub H(v)\nwatch remove n\nn = 100\nendsub\n', options=going_on)
 
 
 def paths():
@@ -231,6 +339,7 @@ def all_cases():
     yield from composed()
     yield from nested()
     yield from large()
+    yield from torn_away()
     yield from repeated()
     yield from damaged(500)
     yield from noise()
@@ -267,10 +376,11 @@ class Runner:
             if case.prepare:
                 case.prepare(box)
             command = [self.path, "--ui=console"] + (case.options or ["--on-error=abort"]) + ["--", case.script]
-            with open(Path(name) / "out", "wb+") as out, open(Path(name) / "err", "wb+") as err:
+            (Path(name) / "in").write_text(case.lines or "", encoding="utf-8")
+            with open(Path(name) / "in", "rb") as typed, open(Path(name) / "out", "wb+") as out, open(Path(name) / "err", "wb+") as err:
                 # Only a few cases print what is compared; the others may print without end.
                 try:
-                    done = subprocess.run(command, cwd=box, stdin=subprocess.DEVNULL, env=environment, stderr=err,
+                    done = subprocess.run(command, cwd=box, stdin=typed, env=environment, stderr=err,
                                           stdout=out if case.output is not None else subprocess.DEVNULL,
                                           preexec_fn=self.limit, timeout=self.time_limit, check=False)
                 except subprocess.TimeoutExpired:

@@ -124,7 +124,7 @@ sub OnReading(reading)
   last = format(events, "reading %08d") + ":" + str(reading)
   i = int(events / 20)
   list[events - i * 20] = last
-  call mapset("seen", left(last, 12), reading)
+  call mapset("seen", left(last, 16), reading)
   if maphas("seen", format(events - 50, "reading %08d")) = 1 then
     call mapremove("seen", format(events - 50, "reading %08d"))
   endif

@@ -55,7 +55,8 @@ int CheckCommand(const Words& words) {
   app.add_option("--format", options.format, "How problems are written")
       ->check(CLI::IsMember({"text", "json", "sarif"}));
   app.add_flag("--strict", options.strict, "Warnings count like errors");
-  app.add_option("--function", options.functions, "A function that the host registers; several with commas between them")
+  app.add_option("--function", options.functions,
+                 "A function that the host registers; several with commas between them")
       ->type_name("NAME")
       ->delimiter(',')
       ->allow_extra_args(false);

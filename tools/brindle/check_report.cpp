@@ -99,8 +99,8 @@ std::string SarifReport(const std::vector<CheckedFile>& files) {
   Json results = Json::array();
   for (const CheckedFile& file : files) {
     for (const CProblem& problem : file.problems) {
-      const auto rule = std::find_if(codes.begin(), codes.end(),
-                                     [&](const CProblemCode& code) { return code.code == problem.code; });
+      const auto rule =
+          std::find_if(codes.begin(), codes.end(), [&](const CProblemCode& code) { return code.code == problem.code; });
       results.push_back({{"ruleId", problem.code},
                          {"ruleIndex", rule - codes.begin()},
                          {"level", SeverityName(problem.severity)},
@@ -109,9 +109,8 @@ std::string SarifReport(const std::vector<CheckedFile>& files) {
     }
   }
   Json driver = {{"name", "brindle check"}, {"semanticVersion", BRINDLE_VERSION}, {"rules", std::move(rules)}};
-  Json run = {{"tool", {{"driver", std::move(driver)}}},
-              {"columnKind", "utf16CodeUnits"},
-              {"results", std::move(results)}};
+  Json run = {
+      {"tool", {{"driver", std::move(driver)}}}, {"columnKind", "utf16CodeUnits"}, {"results", std::move(results)}};
   return Written({{"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
                   {"version", "2.1.0"},
                   {"runs", Json::array({std::move(run)})}});

@@ -1,6 +1,8 @@
 #include "run_command.h"
 
 #include "limit_options.h"
+#include "prompt.h"
+#include "version_report.h"
 
 #include <brindle/brindle.h>
 
@@ -17,6 +19,8 @@ struct Options {
   std::string codePage = "UTF-8";
   std::string route = "auto";
   LimitOptions limits;
+  bool trace = false;
+  bool mayPrompt = false; // where no script is named
 };
 
 CConsoleUserInterface::ErrorPolicy PolicyOf(const Options& options) {
@@ -41,19 +45,21 @@ bool SetRoute(const std::string& name) {
   return true;
 }
 
+bool ApplyLimits(const CExecutionLimits& limits, CBrindle& interpreter) {
+  if (interpreter.SetLimits(limits))
+    return true;
+  std::cerr << "brindle: no such folder: " << CEnvironment::PathToNative(limits.root) << '\n';
+  return false;
+}
+
 // Runs the script with everything shown by `userInterface`; false when it could not be loaded.
 bool RunScript(const Options& options, CUserInterface& userInterface, const std::function<void()>& serve) {
   CUserInterface::SetDefault(&userInterface);
   bool loaded = false;
   {
     CBrindle interpreter;
-    const CExecutionLimits limits = options.limits.Limits();
-    if (!interpreter.SetLimits(limits)) {
-      std::cerr << "brindle: no such folder: " << CEnvironment::PathToNative(limits.root) << '\n';
-      CUserInterface::SetDefault(nullptr);
-      return false;
-    }
-    loaded = interpreter.ExecuteProgram(CEnvironment::PathFromNative(options.scripts.front()));
+    loaded = ApplyLimits(options.limits.Limits(), interpreter) &&
+             interpreter.ExecuteProgram(CEnvironment::PathFromNative(options.scripts.front()));
     if (loaded && interpreter.IsResident())
       serve();
   }
@@ -63,12 +69,30 @@ bool RunScript(const Options& options, CUserInterface& userInterface, const std:
 
 int RunOnConsole(const Options& options) {
   CConsoleUserInterface console(PolicyOf(options));
+  if (options.trace)
+    console.SetErrorDetail(CConsoleUserInterface::ErrorDetail::Place);
   const bool loaded = RunScript(options, console, [&console] { console.ServeUntilEndOfInput(); });
   if (!console.Flush()) {
     std::cerr << "brindle: the output could not be written\n";
     return kFailed;
   }
   return loaded && console.GetNumberOfErrors() == 0 ? kDone : kFailed;
+}
+
+int RunEntries(const Options& options) {
+  // Nobody wants to be asked about each mistake of a line that can be typed again.
+  CConsoleUserInterface console(options.onError.empty() ? CConsoleUserInterface::ErrorPolicy::Abort
+                                                        : PolicyOf(options));
+  console.SetErrorDetail(CConsoleUserInterface::ErrorDetail::Place);
+  CUserInterface::SetDefault(&console);
+  int status = kDone;
+  {
+    CBrindle interpreter;
+    const CExecutionLimits limits = options.limits.Limits();
+    status = ApplyLimits(limits, interpreter) ? RunPrompt(interpreter, limits, console) : kFailed;
+  }
+  CUserInterface::SetDefault(nullptr);
+  return status;
 }
 
 int RunInWindows(const Options& options, CWindowUserInterface& windows) {
@@ -78,6 +102,8 @@ int RunInWindows(const Options& options, CWindowUserInterface& windows) {
 }
 
 int Run(const Options& options) {
+  if (options.scripts.empty())
+    return RunEntries(options);
   const bool wantsWindow = options.userInterface == "window";
   if (!wantsWindow && (options.userInterface == "console" || !CWindowUserInterface::HasDisplay()))
     return RunOnConsole(options);
@@ -98,6 +124,9 @@ void AddOptions(CLI::App& app, Options& options) {
       ->check(CLI::IsMember({"ask", "continue", "abort"}));
   app.add_option("--codepage", options.codePage, "The code page of scripts and text files, UTF-8 by default")
       ->type_name("NAME");
+  app.add_flag("--trace", options.trace,
+               "Shows below an error text where it was reported and the calls that led there; a terminal is shown it "
+               "anyway");
   app.add_option("--route", options.route,
                  "For tests: auto, parser, eager or eager:N (give up at every N-th operation)")
       ->group("");
@@ -113,11 +142,12 @@ void ApplySettings(const Options& options) {
     throw CLI::ValidationError("--codepage", "unknown code page " + options.codePage);
 }
 
-int ReadAndRun(CLI::App& app, const Words& words) {
+int ReadAndRun(CLI::App& app, const Words& words, bool mayPrompt) {
   Options options;
+  options.mayPrompt = mayPrompt;
   AddOptions(app, options);
   const auto over = ReadWords(app, words, [&options] {
-    if (options.scripts.empty())
+    if (options.scripts.empty() && !(options.mayPrompt && CanPrompt()))
       throw CLI::RequiredError("SCRIPT");
     if (options.scripts.size() > 1)
       throw CLI::ValidationError("SCRIPT", "one script at a time");
@@ -130,17 +160,17 @@ int ReadAndRun(CLI::App& app, const Words& words) {
 
 int RunCommand(const Words& words) {
   CLI::App app("Runs a Brindle script.", "brindle run");
-  return ReadAndRun(app, words);
+  return ReadAndRun(app, words, false);
 }
 
 int BareCommand(const Words& words) {
-  CLI::App app("Runs a Brindle script.", "brindle");
-  app.set_version_flag("--version", std::string("brindle ") + BRINDLE_VERSION);
+  CLI::App app("Runs a Brindle script; without one, on a terminal, what is typed.", "brindle");
+  app.set_version_flag("--version", &VersionReport);
   app.footer("Commands, as the first word (each with a --help of its own):\n"
              "  brindle run SCRIPT         runs a script, also one that is called like a command\n"
              "  brindle check FILE...      says what is wrong with scripts, without running them\n"
              "  brindle encrypt IN OUT     writes the enciphered form of a script\n"
              "  brindle register FILE      lets scripts create objects of a server library\n"
              "  brindle unregister FILE    ends that");
-  return ReadAndRun(app, words);
+  return ReadAndRun(app, words, true);
 }

@@ -51,7 +51,7 @@ struct FastState {
   static constexpr int kDeepestLevel = 50000; // frames are small, but each scope level has variables of its own
 
   FastMode mode = m_defaultMode;
-  int deepestLevel = kDeepestLevel; // the last one that makes calls here
+  int deepestLevel = kDeepestLevel;                 // the last one that makes calls here
   std::uint32_t giveUpEvery = m_defaultGiveUpEvery; // operations, in eager mode
   std::uint32_t untilGiveUp = m_defaultGiveUpEvery;
   std::vector<FastFrame> frames;
@@ -108,6 +108,7 @@ private:
   [[nodiscard]] Way Leave(std::uint32_t position, const FastCell*& resume);
   [[nodiscard]] Way StepOn(const FastCell*& resume);
   [[nodiscard]] bool CanEnter(const FastCallee& callee, const VariableSlot* inner, const VariableSlot* arguments);
+  void ReadLastWord();
   void FinishCall(bool isComplete);
   void ReleaseTemporaries() noexcept;
   [[nodiscard]] bool RunBuiltIn(const FastCell* pc, VariableSlot* base);

@@ -84,8 +84,8 @@ FastMachine::Way FastMachine::StepOn(const FastCell*& resume) {
 // The statement is run by the executing parser, which takes what was computed already from the tape.
 FastMachine::Way FastMachine::GiveUp(const FastCell* pc, const FastCell*& resume, bool isLoop) {
   // The statement was counted when it began, unless that is where it gives up.
-  const bool isCounted = m_budget.IsCounting() && !m_budget.IsStopping() &&
-                         pc->operation != FastCompiler::HandlerOf(FastOperation::Count);
+  const bool isCounted =
+      m_budget.IsCounting() && !m_budget.IsStopping() && pc->operation != FastCompiler::HandlerOf(FastOperation::Count);
   const FastChunk& chunk = *m_code.ChunkOf(pc);
   const auto index = static_cast<std::size_t>(pc - chunk.cells.data());
   FastStatement& statement = isLoop ? *chunk.statements[index]->loop : *chunk.statements[index];
@@ -132,6 +132,18 @@ FastMachine::Way FastMachine::GiveUp(const FastCell* pc, const FastCell*& resume
   }
 }
 
+// Makes the word that ends at the position the current token, as it is where the executing parser reports: compiled
+// statements read none.
+void FastMachine::ReadLastWord() {
+  const std::uint32_t end = m_state.position;
+  if (m_state.token.token->end == end)
+    return;
+  while (m_state.position > 0 && !IsDelimiterUnit(m_state.program->At(m_state.position - 1)))
+    --m_state.position;
+  m_interpreter.get_token();
+  m_state.position = end;
+}
+
 void FastMachine::FinishCall(bool isComplete) {
   const FastFrame frame = m_fast.frames.back();
   VariableStore& store = m_state.m_mapVariables;
@@ -149,6 +161,7 @@ void FastMachine::FinishCall(bool isComplete) {
         target.SetWhole(value);
       }
     } else if (isComplete && !m_state.stop) { // "end" leaves a body without a result
+      ReadLastWord();
       m_interpreter.ReportError(kErrorNoReturnValue);
     }
   }

@@ -3,8 +3,10 @@
 #include "platform/standard_streams.h"
 #include "platform/unicode.h"
 #include "ui/console/console_dialog.h"
+#include "ui/console/error_detail.h"
 #include "ui/console/timer_queue.h"
 
+#include <algorithm>
 #include <functional>
 #include <new>
 #include <string>
@@ -14,6 +16,7 @@ using brindle::TimerQueue;
 
 struct CConsoleUserInterface::State {
   ErrorPolicy policy = ErrorPolicy::Automatic;
+  ErrorDetail detail = ErrorDetail::Automatic;
   int errors = 0;
   StandardStreams streams;
   TimerQueue timers;
@@ -73,6 +76,10 @@ void CConsoleUserInterface::SetErrorPolicy(ErrorPolicy policy) noexcept {
   m_pState->policy = policy;
 }
 
+void CConsoleUserInterface::SetErrorDetail(ErrorDetail detail) noexcept {
+  m_pState->detail = detail;
+}
+
 int CConsoleUserInterface::GetNumberOfErrors() const noexcept {
   return m_pState->errors;
 }
@@ -81,6 +88,16 @@ void CConsoleUserInterface::ServeUntilEndOfInput() {
   m_pState->streams.EndInputOnTermination();
   while (m_pState->Ask(std::string()))
     ;
+}
+
+std::optional<std::chrono::milliseconds> CConsoleUserInterface::ServeTimers() {
+  m_pState->timers.RunDue();
+  m_pState->streams.Flush();
+  const auto next = m_pState->timers.NextTick();
+  if (!next)
+    return std::nullopt;
+  const auto wait = std::chrono::ceil<std::chrono::milliseconds>(*next - TimerQueue::Clock::now());
+  return std::max(wait, std::chrono::milliseconds(0));
 }
 
 bool CConsoleUserInterface::Flush() noexcept {
@@ -98,8 +115,27 @@ void CConsoleUserInterface::ShowNotice(const CString& text) {
 }
 
 CUserInterface::ErrorAnswer CConsoleUserInterface::ShowError(const CString& text) {
+  return Report(text, std::string());
+}
+
+CUserInterface::ErrorAnswer CConsoleUserInterface::ShowErrorAt(const CString& text, const CErrorPlace& place) {
+  const bool detailed = m_pState->detail == ErrorDetail::Automatic ? m_pState->streams.ErrorIsTerminal()
+                                                                   : m_pState->detail == ErrorDetail::Place;
+  std::string detail;
+  try {
+    if (detailed)
+      detail = brindle::FormatErrorPlace(place);
+  } catch (const std::bad_alloc&) {
+    // The error may be want of memory: then its text has to do.
+  }
+  return Report(text, detail);
+}
+
+CUserInterface::ErrorAnswer CConsoleUserInterface::Report(const CString& text, const std::string& detail) {
   ++m_pState->errors;
   m_pState->TellError(text);
+  if (!detail.empty())
+    m_pState->streams.WriteError(detail);
   switch (m_pState->policy) {
   case ErrorPolicy::Continue: return ErrorAnswer::Ok;
   case ErrorPolicy::Abort: return ErrorAnswer::Cancel;

@@ -49,11 +49,12 @@ TEST_F(LimitsTest, exactly_so_many_statements_are_run) {
 }
 
 TEST_F(LimitsTest, statements_strike_at_the_same_place_on_every_route) {
-  for (const std::uint64_t count : {1, 2, 3, 4, 7, 20, 21, 22, 23, 24, 25, 26, 63, 64, 65, 128, 129, 1000, 1003, 5001}) {
+  for (const std::uint64_t count :
+       {1, 2, 3, 4, 7, 20, 21, 22, 23, 24, 25, 26, 63, 64, 65, 128, 129, 1000, 1003, 5001}) {
     std::string parser;
-    for (const auto& [route, every] : {std::pair(Route::Parser, 0U), std::pair(Route::Automatic, 0U),
-                                       std::pair(Route::Eager, 0U), std::pair(Route::Eager, 1U),
-                                       std::pair(Route::Eager, 2U), std::pair(Route::Eager, 5U)}) {
+    for (const auto& [route, every] :
+         {std::pair(Route::Parser, 0U), std::pair(Route::Automatic, 0U), std::pair(Route::Eager, 0U),
+          std::pair(Route::Eager, 1U), std::pair(Route::Eager, 2U), std::pair(Route::Eager, 5U)}) {
       Begin(route, every);
       Limit(Statements(count));
       Run(kMixed);
@@ -134,8 +135,9 @@ TEST_F(LimitsTest, a_run_that_a_callback_makes_ends_and_so_does_the_one_around_i
 
 TEST_F(LimitsTest, limits_cannot_be_changed_inside_a_run) {
   Interpreter().AddCustomFunction(
-      u"loosen", [](CBrindle* interpreter, CBasicVariableArray&, int) { return CBasicVariable(interpreter->SetLimits({})); },
-      0, nullptr);
+      u"loosen",
+      [](CBrindle* interpreter, CBasicVariableArray&, int) { return CBasicVariable(interpreter->SetLimits({})); }, 0,
+      nullptr);
   Limit(Statements(100));
   Run("print loosen()\n" + std::string(kEndless));
   EXPECT_EQ(m_ui.Output(), "False\n");
@@ -159,10 +161,11 @@ TEST_F(LimitsTest, memory_ends_what_grows) {
   const char* const programs[] = {
       "x = \"abcdefgh\"\ndo while 1 = 1\nx = x + x\nloop\n",
       "x = \"\"\ndo while 1 = 1\nx = x + \"abcdefgh\"\nloop\n",
-      "map m\ni = 0\ndo while 1 = 1\ni = i + 1\ncall mapset(\"m\", str(i), i)\nloop\n",
+      "map create \"m\"\ni = 0\ndo while 1 = 1\ni = i + 1\ncall mapset(\"m\", str(i), i)\nloop\n",
       "x = repeat(\"x\", 8000000)\n",
-      "x = len(repeat(\"x\", 400000)) + len(repeat(\"y\", 400000)) + f(repeat(\"x\", 300000), repeat(\"y\", 300000))\n",
-      "type t\nblock[2000000] as char\nendtype\ndim r as t\n",
+      "x = g(repeat(\"x\", 400000), repeat(\"y\", 400000))\nend\nfunction g(a, b)\ng = 1\nendfunction\n",
+      "type t\na[16000] as double\nb[16000] as double\nc[16000] as double\nd[16000] as double\ne[16000] as double\n"
+      "f[16000] as double\ng[16000] as double\nh[16000] as double\nendtype\ndim r as t\n",
       "call down(0)\nend\nsub down(n)\ncall down(n + 1)\nendsub\n",
       "dim a[10000]\nfor i = 0 to 9999\na[i] = repeat(\"x\", 500)\nnext\n",
   };
@@ -197,7 +200,8 @@ TEST_F(LimitsTest, memory_that_stays_counts_in_later_runs) {
 }
 
 TEST_F(LimitsTest, calls_nest_so_deep_and_no_deeper) {
-  const std::string program = "call down(1)\nprint \"back\"\nend\nsub down(n)\nif n < %d then\ncall down(n + 1)\nendif\nendsub\n";
+  const std::string program =
+      "call down(1)\nprint \"back\"\nend\nsub down(n)\nif n < %d then\ncall down(n + 1)\nendif\nendsub\n";
   for (const Route route : {Route::Parser, Route::Automatic, Route::Eager}) {
     for (const int depth : {9, 10, 11}) {
       Begin(route, 0);

@@ -245,6 +245,34 @@ TEST_F(File, exclusive_opening_is_refused_while_another_lasts) {
   EXPECT_EQ(Contents("f"), "");
 }
 
+TEST_F(File, a_byte_is_locked_for_one_opening_alone) {
+  constexpr std::uint64_t far = std::uint64_t{1} << 62;
+  Put("f", "text");
+  CFile first;
+  CFile second;
+  ASSERT_TRUE(first.Open(Path("f"), CFile::modeReadWrite));
+  ASSERT_TRUE(second.Open(Path("f"), CFile::modeReadWrite));
+  EXPECT_TRUE(first.TryLockByte(far));
+  EXPECT_FALSE(second.TryLockByte(far));
+  EXPECT_TRUE(second.TryLockByte(far + 1));
+  // Closing another opening of the file gives nothing back.
+  CFile third;
+  ASSERT_TRUE(third.Open(Path("f"), CFile::modeReadWrite));
+  third.Close();
+  EXPECT_FALSE(second.TryLockByte(far));
+  first.UnlockByte(far);
+  EXPECT_TRUE(second.TryLockByte(far));
+  EXPECT_FALSE(first.TryLockByte(far, CFile::ByteLock::shared));
+  second.Close();
+  EXPECT_TRUE(first.TryLockByte(far));
+  first.UnlockByte(far);
+  ASSERT_TRUE(third.Open(Path("f"), CFile::modeReadWrite));
+  EXPECT_TRUE(first.TryLockByte(far, CFile::ByteLock::shared));
+  EXPECT_TRUE(third.TryLockByte(far, CFile::ByteLock::shared));
+  EXPECT_FALSE(third.TryLockByte(far));
+  EXPECT_EQ(Contents("f"), "text");
+}
+
 TEST_F(File, moving_hands_the_descriptor_over) {
   CFile first;
   ASSERT_TRUE(first.Open(Path("f"), CFile::modeWrite | CFile::modeCreate));

@@ -38,7 +38,8 @@ void ScriptChecker::CheckDefinitions() {
     else
       Report(ProblemCode::DuplicateProcedure, name,
              Quoted(name) + " is defined in " + m_problems.Reference(duplicate.first->start, name.start) + " already",
-             "This is error 27 when the script is loaded, and the first definition stays; letters do not count.");
+             "This is error 27 when the script is loaded, and the first definition stays; upper and lower case are the "
+             "same.");
   }
   for (const CheckedProcedure& procedure : m_outline.procedures) {
     if (procedure.fault != nullptr) {

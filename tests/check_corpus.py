@@ -114,7 +114,8 @@ def check_page(runner, path):
                 continue
             clean = "errors" not in example.results and fence.words.get("exit", "0") == "0"
             problems = problems_of([runner, "check", "--format=json", name], folder, "%s:%d" % (path, fence.line))
-            problems = [problem for problem in problems if problem["code"] not in SILENT_MISTAKES.get(path.name, ())]
+            if clean:
+                problems = [problem for problem in problems if problem["code"] not in SILENT_MISTAKES.get(path.name, ())]
             results.append(Result("%s:%d" % (path, fence.line), clean, [], problems))
     return results
 

@@ -258,7 +258,7 @@ bool ScriptChecker::Goto() {
       "This is error 7, and the script goes on behind it. A label is a name with a colon right behind it.";
   for (const auto& [other, places] : m_outline.labels)
     if (other.CompareNoCase(name.text) == 0)
-      hint = "The letters of a label count, and this is error 7. Write " + other.ToUtf8() + ".";
+      hint = "Upper and lower case count in labels, and this is error 7. Write " + other.ToUtf8() + ".";
   Report(ProblemCode::UnknownLabel, Blamed(name, *m_statement), "there is no label " + Quoted(name), std::move(hint));
   if (name.command == COMMAND_END_OF_LINE)
     m_reader.PutBack();

@@ -121,11 +121,11 @@ bool ScriptChecker::CallBuiltIn(const Token& name, const CFuncDesc& function, co
   }
   if (count < signature.fewest)
     Report(ProblemCode::BuiltInSurplus, name, Quoted(name) + " needs " + Range(signature),
-           "With fewer it does nothing, and says nothing: the result is 0 or not set.");
+           "With fewer it does nothing, and says nothing: the result is 0 or not set. Give all of them.");
   else if (count > signature.most)
     Report(ProblemCode::BuiltInSurplus, name,
            Quoted(name) + " looks at " + Counted(signature.most) + ", not at " + std::to_string(count),
-           "What is given beyond them is computed and dropped.");
+           "What is given beyond them is computed and dropped. Leave it out.");
 
   const bool firstIsText =
       !arguments.empty() && arguments[0].literal != nullptr && arguments[0].literal->kind == TOKEN_STRING;
@@ -211,7 +211,7 @@ bool ScriptChecker::CallProcedure(const Token& name, const std::vector<Operand>&
     Report(ProblemCode::ProcedureSurplus, name,
            Quoted(name) + " has " + CountedParameters(procedure) + " and is called with " +
                Counted(static_cast<int>(arguments.size())),
-           "Arguments without a parameter are computed and dropped.");
+           "Arguments without a parameter are computed and dropped. Leave them out.");
   if (wantsResult && procedure.result == kUndefinedValue) {
     Report(ProblemCode::NoResult, name, Quoted(name) + " gives no result",
            "A procedure's result is what it assigns to its own name; without that, error 19. Write " +
@@ -259,7 +259,7 @@ bool ScriptChecker::CallMember(const Token& name) {
     for (const auto& [record, types] : m_outline.records)
       if (record.CompareNoCase(owner) == 0) {
         Report(ProblemCode::UndefinedVariable, name, "the record is called \"" + record.ToUtf8() + "\"",
-               "The letters of a record's name count: error 37. Write it as its dim does.");
+               "Upper and lower case count in the names of records: error 37. Write it as its dim does.");
         return false;
       }
     Report(ProblemCode::UndefinedVariable, name, "the variable \"" + owner.ToUtf8() + "\" was never assigned",

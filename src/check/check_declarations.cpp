@@ -112,7 +112,7 @@ bool ScriptChecker::DeclaredType(const Token& name, bool hasSize, bool global) {
                        "the script; a plain variable needs none.";
     for (const auto& [other, fields] : m_outline.types)
       if (other.CompareNoCase(type.text) == 0)
-        hint = "The letters of a type's name count: error 1. Write " + other.ToUtf8() + ".";
+        hint = "Upper and lower case count in the names of types: error 1. Write " + other.ToUtf8() + ".";
     Report(ProblemCode::UnknownType, type, "there is no type " + Quoted(type), std::move(hint));
     return false;
   }

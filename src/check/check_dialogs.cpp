@@ -7,6 +7,7 @@ namespace brindle {
 
 // The rest of the line as expressions; how many, or -1 when one fails, which was reported.
 int ScriptChecker::Operands() {
+  m_operands.clear();
   m_reader.Next();
   m_reader.PutBack();
   if (m_reader.AtStatementEnd())
@@ -16,6 +17,7 @@ int ScriptChecker::Operands() {
     Operand value;
     if (!Expression(value))
       return -1;
+    m_operands.push_back(value);
     ++count;
     m_reader.Next();
   } while (m_reader.IsDelimiter(u','));
@@ -104,8 +106,10 @@ bool ScriptChecker::DialogLine() {
   const Token& word = m_reader.Current();
   if (word.keyword == KEYWORD_ONINIT || word.keyword == KEYWORD_ONEXIT) {
     const Token& name = m_reader.Next();
-    if (!name.text.IsEmpty() && name.kind != TOKEN_DELIMITER)
+    if (!name.text.IsEmpty() && name.kind != TOKEN_DELIMITER) {
+      CheckHandler(name);
       return true;
+    }
     Report(ProblemCode::WordSyntax, word, "behind " + Quoted(word) + " stands the name of a handler",
            "This is error 1, and the dialog is skipped.");
     return false;
@@ -120,12 +124,37 @@ bool ScriptChecker::DialogLine() {
     return false;
   }
   const int count = Operands();
+  if (count > kControlParameters && m_operands[kControlParameters].literal != nullptr)
+    CheckHandler(*m_operands[kControlParameters].literal);
   if (count >= kControlParameters)
     return true;
   if (count >= 0)
     Report(ProblemCode::DialogParameters, kind, "the control has " + std::to_string(count) + " of 6 parameters",
            "This is error 1, and the dialog is skipped. Write control kind caption, id, x, y, width, height.");
   return false;
+}
+
+// Raised with one argument: as an event, or as a call when no event has that name.
+void ScriptChecker::CheckHandler(const Token& name) {
+  CString lowered = name.text;
+  lowered.MakeLower();
+  if (lowered.IsEmpty() || m_outline.events.contains(lowered) || m_hostFunctions.contains(lowered))
+    return;
+  const auto found = m_outline.procedureOf.find(lowered);
+  if (found == m_outline.procedureOf.end()) {
+    if (m_reader.FindFunction(lowered) == nullptr)
+      Report(ProblemCode::UnknownHandler, name, "there is neither an event nor a procedure " + Quoted(name),
+             "Nothing happens when the handler is raised, and nothing is reported. Write the procedure, with one "
+             "parameter or none.");
+    return;
+  }
+  const CheckedProcedure& procedure = m_outline.procedures[found->second];
+  if (procedure.fault == nullptr && procedure.parameters.size() > 1)
+    Report(ProblemCode::ProcedureArguments, name,
+           "the handler " + Quoted(name) + " has " + std::to_string(procedure.parameters.size()) +
+               " parameters and gets 1 argument",
+           "This is error 24 whenever it is raised. The definition is in " +
+               m_problems.Reference(procedure.name->start, name.start) + ".");
 }
 
 void ScriptChecker::Alter(const Token& word) {
@@ -156,8 +185,11 @@ void ScriptChecker::Alter(const Token& word) {
       return;
     }
     const int count = *operands == 0 ? 0 : Operands();
-    if (count >= *operands)
+    if (count >= *operands) {
+      if (line.keyword == KEYWORD_MENUITEM && m_operands[1].literal != nullptr)
+        CheckHandler(*m_operands[1].literal);
       continue;
+    }
     if (count >= 0)
       Report(ProblemCode::AlterLine, line,
              Quoted(line) + " has " + std::to_string(count) + " of " + std::to_string(*operands) + " operands",

@@ -143,7 +143,8 @@ bool ScriptChecker::Level6(Operand& out) {
              "Only a condition compares, and it has no parentheses around it: this is error 1. Write if a = b then.");
     else if (token.kind == TOKEN_VARIABLE && !HintForOperand(token.lowered.View()).empty())
       Report(ProblemCode::LogicalWord, token, Quoted(token) + " is no operator",
-             std::string(HintForOperand(token.lowered.View())));
+             "It is taken for a variable, and that is an error here. " +
+                 std::string(HintForOperand(token.lowered.View())));
     else
       Report(ProblemCode::MissingParenthesis, open, "the parenthesis is not closed",
              "Here another \")\" was expected: error 1. Close it behind the expression.");
@@ -363,7 +364,8 @@ ScriptChecker::Outcome ScriptChecker::Condition(const char* word) {
   if (operation == LOGICAL_NONE) {
     if (sign.kind == TOKEN_VARIABLE && !HintForOperand(sign.lowered.View()).empty()) {
       Report(ProblemCode::LogicalWord, sign, Quoted(sign) + " is no operator",
-             std::string(HintForOperand(sign.lowered.View())));
+             "It is taken for a variable, and that is an error here. " +
+                 std::string(HintForOperand(sign.lowered.View())));
     } else if (comparison == u">=") {
       ReportAt(ProblemCode::ComparisonOperator, sign.start, end, "\">=\" is no comparison",
                "This is error 0. Write => for greater or equal.");

@@ -38,7 +38,8 @@ void ScriptChecker::CheckDefinitions() {
     else
       Report(ProblemCode::DuplicateProcedure, name,
              Quoted(name) + " is defined in " + m_problems.Reference(duplicate.first->start, name.start) + " already",
-             "This is error 27 when the script is loaded, and the first definition stays; letters do not count.");
+             "This is error 27 when the script is loaded, and the first definition stays; upper and lower case are the "
+             "same.");
   }
   for (const CheckedProcedure& procedure : m_outline.procedures) {
     if (procedure.fault != nullptr) {
@@ -128,7 +129,7 @@ void ScriptChecker::CheckReach() {
         token.command == COMMAND_ENDFUNCTION || token.command == COMMAND_ENDSUB || token.command == COMMAND_REM ||
         token.command == COMMAND_LIBRARY || token.command == COMMAND_INCLUDE || token.command == COMMAND_TYPE_WORD;
     if (leaves && begins && !closes && !reached) {
-      if (m_problems.PlaceOf(token.start).file == 0)
+      if (m_problems.IsInScript(token.start))
         Report(ProblemCode::UnreachableCode, token, "nothing leads here",
                "The statement before goes elsewhere or ends the run, and no label stands between.");
       leaves = false;

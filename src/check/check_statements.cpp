@@ -86,7 +86,8 @@ void ScriptChecker::MissingEqual(const Token& target, bool behindIndex) {
     return;
   }
   if (const std::string_view hint = HintForOperand(target.lowered.View()); !hint.empty()) {
-    Report(ProblemCode::LogicalWord, target, Quoted(target) + " is no operator", std::string(hint));
+    Report(ProblemCode::LogicalWord, target, Quoted(target) + " is no operator",
+           "It is taken for a variable, and the missing = is error 3. " + std::string(hint));
     return;
   }
   if ((unit == u'+' || unit == u'-' || unit == u'*' || unit == u'/' || unit == u'&') &&
@@ -94,7 +95,7 @@ void ScriptChecker::MissingEqual(const Token& target, bool behindIndex) {
     Report(ProblemCode::AssignmentOperator, next,
            "there is no " + CString(unit, 1).ToUtf8() + CString(after, 1).ToUtf8(),
            "The missing = behind the name is error 3. Write " + spelt + " = " + spelt + " " +
-               (after == u'=' ? CString(unit, 1).ToUtf8() + " ..." : CString(unit, 1).ToUtf8() + " 1") + ".");
+               CString(unit, 1).ToUtf8() + (after == u'=' ? " ..." : " 1."));
     return;
   }
   if (unit == u'$' || unit == u'%' || unit == u'!' || unit == u'@') {
@@ -128,7 +129,7 @@ void ScriptChecker::Print() {
   if (first.kind == TOKEN_COMMENT && m_reader.UnitAt(first.start + 1) >= u'0' &&
       m_reader.UnitAt(first.start + 1) <= u'9')
     ReportAt(ProblemCode::HashMark, first.start, first.start + 2, "# starts a comment",
-             "print shows an empty line here. Write writeline(number, text) to write to a file.");
+             "print shows an empty line here. To write to a file, write n = writeline(number, text).");
   for (;;) {
     m_reader.Next();
     const bool atEnd = m_reader.AtStatementEnd();

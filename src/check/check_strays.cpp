@@ -61,10 +61,11 @@ void ScriptChecker::StrayDelimiter(const Token& sign) {
     Report(ProblemCode::NotAStatement, sign, "no statement begins with " + Quoted(sign),
            "The sign is stepped over, and what follows is run as a statement, which is an error.");
   } else if (unit == u'$') {
-    Report(ProblemCode::StrayText, sign, "names have no sign of their type", "It is stepped over. Leave it out.");
+    Report(ProblemCode::StrayText, sign, "names have no sign of their type",
+           "It is stepped over without an error. Leave it out.");
   } else {
     Report(ProblemCode::StrayText, sign, "no statement begins with " + Quoted(sign),
-           "The sign is stepped over without an error, and what follows is run as a statement.");
+           "The sign is stepped over without an error, and what follows is run as a statement. Leave it out.");
   }
   Recover();
 }

@@ -5,6 +5,8 @@ namespace brindle {
 
 namespace {
 
+constexpr const char* kTakenForVariable = "It is taken for a variable, and that is an error here. ";
+
 // A name with a level's mark means that level's variable, from anywhere.
 bool NamesLevel(const CString& name) {
   return name.Find(CString(u"__#")) >= 0;
@@ -63,7 +65,8 @@ void ScriptChecker::CheckGlobalCase(const Token& name) {
         return;
   Report(ProblemCode::GlobalCase, name,
          Quoted(name) + " is another variable than the global \"" + global->second.ToUtf8() + "\"",
-         "The letters of a global count: this makes a variable of its own. Write " + global->second.ToUtf8() + ".");
+         "Upper and lower case count in globals: this makes a variable of its own. Write " + global->second.ToUtf8() +
+             ".");
 }
 
 void ScriptChecker::ReportUndefined(const Token& name) {
@@ -73,7 +76,7 @@ void ScriptChecker::ReportUndefined(const Token& name) {
     if (CString(constant).CompareNoCase(name.text) != 0)
       continue;
     Report(ProblemCode::ConstantCase, name, Quoted(name) + " is no constant",
-           "The letters of True, False and Nothing count; this is a variable that was never assigned. Write " +
+           "Upper and lower case count: this is a variable that was never assigned, and an error here. Write " +
                CString(constant).ToUtf8() + ".");
     return;
   }
@@ -90,11 +93,11 @@ void ScriptChecker::ReportUndefined(const Token& name) {
   std::string message = "the variable " + Quoted(name) + " is read but was never assigned";
   std::string hint = "The statement fails: a name without a value ends an expression. Assign the variable first.";
   if (const std::string_view dialect = HintForOperand(lowered.View()); !dialect.empty()) {
-    Report(ProblemCode::LogicalWord, name, Quoted(name) + " is no operator", std::string(dialect));
+    Report(ProblemCode::LogicalWord, name, Quoted(name) + " is no operator", kTakenForVariable + std::string(dialect));
     return;
   }
   if (const auto global = m_outline.globalsByLowered.find(lowered); global != m_outline.globalsByLowered.end())
-    hint = "The letters of a global count. Write " + global->second.ToUtf8() + ".";
+    hint = "Upper and lower case count in globals: this is another variable. Write " + global->second.ToUtf8() + ".";
   else if (m_outline.procedureOf.contains(lowered) || m_reader.FindFunction(lowered) != nullptr)
     hint = "It is taken for a variable. A call needs its parentheses right behind the name: " + spelt + "(...).";
   else if (name.text.Find(u'\\') >= 0)

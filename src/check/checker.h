@@ -151,7 +151,8 @@ private:
   void PropertySheet(const Token& word);
   [[nodiscard]] bool DialogLine();
   void Alter(const Token& word);
-  [[nodiscard]] int Operands();
+  [[nodiscard]] int Operands(); // which m_operands holds afterwards
+  void CheckHandler(const Token& name);
   void LeaveBlock(COMMAND_TYPE end);
   void MissingEnd(const Token& word, const char* end);
 
@@ -190,7 +191,8 @@ private:
   bool m_again = false; // a meeting was found on a way already walked
   bool m_lastPrintLiteral = false;
   const Token* m_statement = nullptr; // the first token of the statement that was read last
-  int m_depth = 0;                    // of nested expressions
+  std::vector<Operand> m_operands;
+  int m_depth = 0; // of nested expressions
   std::uint64_t m_steps = 0;
 };
 

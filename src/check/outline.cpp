@@ -26,6 +26,7 @@ private:
   void Declarations(bool global);
   void Type();
   void Open();
+  void Event();
   void AddDeclared();
 
   ScriptReader& m_reader;
@@ -67,6 +68,7 @@ void OutlineScan::Run() {
     case COMMAND_GLOBAL: Declarations(true); break;
     case COMMAND_TYPE_WORD: Type(); break;
     case COMMAND_OPEN: Open(); break;
+    case COMMAND_EVENT: Event(); break;
     default: continue;
     }
     m_reader.Resume(behind, TOKEN_COMMAND);
@@ -163,6 +165,13 @@ void OutlineScan::Type() {
        m_reader.Current().command != COMMAND_ENDTYPE && m_reader.Current().command != COMMAND_END_OF_PROGRAM;
        m_reader.NextBlockLine())
     fields.insert(m_reader.Current().text);
+}
+
+void OutlineScan::Event() {
+  if (m_reader.Next().keyword != KEYWORD_CREATE)
+    return;
+  CString name = m_reader.Next().text;
+  m_outline.events.insert(name.MakeLower());
 }
 
 void OutlineScan::Open() {

@@ -32,6 +32,7 @@ struct DuplicateDefinition {
 struct Outline {
   std::unordered_map<CString, std::vector<const Token*>> labels;
   std::set<std::uint32_t> doWords; // where each stands
+  std::set<CString> events;        // that handlers are attached to, lower-cased
   std::set<CString> jumps;         // the names behind "goto"
   std::vector<CheckedProcedure> procedures;
   std::unordered_map<CString, std::size_t> procedureOf;

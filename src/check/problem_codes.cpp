@@ -105,6 +105,7 @@ constexpr std::array kKinds = {
     ProblemKind{ProblemCode::UndefinedVariable, "undefined-variable", kError, "a variable that was never assigned"},
     ProblemKind{ProblemCode::UnknownCharacter, "unknown-character", kError, "a character that begins no word"},
     ProblemKind{ProblemCode::UnknownFunction, "unknown-function", kError, "a function that does not exist"},
+    ProblemKind{ProblemCode::UnknownHandler, "unknown-handler", kWarning, "a handler that does not exist"},
     ProblemKind{ProblemCode::UnknownLabel, "unknown-label", kError, "goto to a label that does not exist"},
     ProblemKind{ProblemCode::UnknownType, "unknown-type", kError, "a type that does not exist"},
     ProblemKind{ProblemCode::UnreachableCode, "unreachable-code", kWarning, "statements that nothing leads to"},

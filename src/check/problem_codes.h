@@ -98,6 +98,7 @@ enum class ProblemCode {
   UndefinedVariable,
   UnknownCharacter,
   UnknownFunction,
+  UnknownHandler,
   UnknownLabel,
   UnknownType,
   UnreachableCode,

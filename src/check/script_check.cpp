@@ -9,7 +9,7 @@ using namespace brindle;
 namespace {
 
 std::vector<CProblem> ProblemsOf(ScriptReader& reader, const CString& file, const std::vector<CString>& hostFunctions) {
-  ProblemList problems(file, reader.Text(), reader.Inclusions());
+  ProblemList problems(file, reader);
   ScriptChecker(reader, problems, hostFunctions).Run();
   return problems.Take();
 }

@@ -40,6 +40,10 @@ std::u16string_view ScriptReader::Text() const noexcept {
   return m_interpreter.m_pState->program->Text();
 }
 
+SourceLines::Place ScriptReader::PlaceOf(std::uint32_t position) const {
+  return m_interpreter.m_pState->program->PlaceOf(position);
+}
+
 const Token& ScriptReader::Next() {
   m_interpreter.get_token();
   return Current();

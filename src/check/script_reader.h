@@ -11,6 +11,7 @@
 #include "interpreter/function_signature.h"
 #include "interpreter/inclusion_map.h"
 #include "interpreter/scanner.h"
+#include "interpreter/source_lines.h"
 
 #include <string_view>
 #include <vector>
@@ -33,6 +34,7 @@ public:
   [[nodiscard]] const std::vector<LoadError>& LoadErrors() const noexcept { return m_errors; }
   [[nodiscard]] const InclusionMap& Inclusions() const noexcept;
   [[nodiscard]] std::u16string_view Text() const noexcept;
+  [[nodiscard]] SourceLines::Place PlaceOf(std::uint32_t position) const;
 
   // Reading. A token lives as long as the reader.
   const Token& Next();

@@ -1,5 +1,5 @@
 dialog "d", 0, 0, 100, 50
-  control button "go", 3, 1, 1, 20, 10, "go"
+  control button "go", 3, 1, 1, 20, 10
   oninit start
 enddialog
 end

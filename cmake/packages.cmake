@@ -1,0 +1,56 @@
+# Debian packages by CPack: the library, what its hosts need, the runner, the window system. `./dev package` makes them.
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME brindle)
+set(CPACK_PACKAGE_VENDOR "The Brindle maintainers")
+set(CPACK_PACKAGE_CONTACT "The Brindle maintainers <maintainers@brindle.invalid>")
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_VERBATIM_VARIABLES ON)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR})
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+  OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+
+find_program(gzip_program gzip)
+if(gzip_program)
+  execute_process(COMMAND ${gzip_program} -9nc ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+    OUTPUT_FILE ${PROJECT_BINARY_DIR}/packages/changelog.gz)
+endif()
+
+# The name of a component is that of its package.
+function(add_brindle_package name section summary description)
+  cmake_parse_arguments(package "" "RECOMMENDS" "DEPENDS" ${ARGN})
+  string(TOUPPER ${name} upper)
+  set(CPACK_COMPONENTS_ALL ${CPACK_COMPONENTS_ALL} ${name} PARENT_SCOPE)
+  set(CPACK_DEBIAN_${upper}_PACKAGE_NAME ${name} PARENT_SCOPE)
+  set(CPACK_DEBIAN_${upper}_PACKAGE_SECTION ${section} PARENT_SCOPE)
+  set(CPACK_DEBIAN_${upper}_PACKAGE_RECOMMENDS "${package_RECOMMENDS}" PARENT_SCOPE)
+  set(CPACK_COMPONENT_${upper}_DEPENDS ${package_DEPENDS} PARENT_SCOPE)
+  set(CPACK_COMPONENT_${upper}_DESCRIPTION "${summary}\n${description}" PARENT_SCOPE)
+  install(FILES ${PROJECT_SOURCE_DIR}/LICENSE RENAME copyright DESTINATION ${CMAKE_INSTALL_DOCDIR}/../${name}
+    COMPONENT ${name} EXCLUDE_FROM_ALL)
+  install(FILES ${PROJECT_BINARY_DIR}/packages/changelog.gz DESTINATION ${CMAKE_INSTALL_DOCDIR}/../${name}
+    COMPONENT ${name} OPTIONAL EXCLUDE_FROM_ALL)
+endfunction()
+
+add_brindle_package(${brindle_library_package} libs "interpreter for the Brindle script language"
+  "The library that applications link, with its classes for files and folders\nand its connection to D-Bus.")
+set(window_package)
+if(BRINDLE_QT)
+  set(window_package brindle-qt)
+  add_brindle_package(brindle-qt libs "windows for Brindle scripts"
+    "Shows the dialogs and message boxes of scripts by Qt 6." DEPENDS ${brindle_library_package})
+endif()
+add_brindle_package(libbrindle-dev libdevel "interpreter for the Brindle script language, development files"
+  "Headers and package files for applications that embed the interpreter."
+  DEPENDS ${brindle_library_package} ${window_package})
+add_brindle_package(brindle interpreters "runner for Brindle scripts"
+  "Runs scripts of the Brindle language, checks them, and has a prompt." DEPENDS ${brindle_library_package}
+  RECOMMENDS "brindle-qt, libedit2")
+include(CPack)

@@ -3,20 +3,41 @@
 
 #include "brindle/brindle.h"
 #include "io/text_file.h"
-#include "support/dialog_user_interface.h"
+#include "platform/code_page.h"
+#include "ui/console/console_dialog.h"
+
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <map>
+#include <memory>
+#include <utility>
+#include <vector>
 
 namespace {
 
 constexpr int kMostDialogs = 12;
 constexpr int kMostTicks = 3;
 
-// Answers most error boxes with OK, and touches every control of a dialog before it closes it.
-class PlayingUser : public DialogUserInterface {
-public:
-  explicit PlayingUser(int patience) : m_nPatience(patience) {}
+// What follows "# input:" in the script is what the user types into its dialogs, as in the script tests.
+std::vector<CString> InputsOf(std::string_view script) {
+  constexpr std::string_view kMark = "# input: ";
+  std::vector<CString> inputs;
+  for (std::size_t at = script.find(kMark); at != std::string_view::npos; at = script.find(kMark, at)) {
+    at += kMark.size();
+    inputs.emplace_back(brindle::CodePage::Utf8().Decode(script.substr(at, script.find('\n', at) - at)));
+  }
+  return inputs;
+}
 
-  [[nodiscard]] ErrorAnswer ShowError(const CString& text) override {
-    (void)DialogUserInterface::ShowError(text);
+// Answers most error boxes with OK, types what the script says into dialogs, and then touches what many of them have.
+class PlayingUser : public CUserInterface {
+public:
+  std::map<unsigned, std::function<void()>> timers; // running ones, by identifier
+
+  PlayingUser(std::vector<CString> inputs, int patience) : m_inputs(std::move(inputs)), m_nPatience(patience) {}
+
+  [[nodiscard]] ErrorAnswer ShowError(const CString&) override {
     return m_nPatience-- > 0 ? ErrorAnswer::Ok : ErrorAnswer::Cancel;
   }
   [[nodiscard]] bool AskYesNo(const CString&, const CString&) override { return ++m_nAnswers % 2 == 0; }
@@ -26,27 +47,41 @@ public:
   }
   [[nodiscard]] std::unique_ptr<CDialogWindow> CreateDialogWindow(const CDialogDescription& description,
                                                                   CDialogEvents& events) override {
+    std::vector<brindle::DialogTemplate> templates;
+    for (const std::vector<std::byte>& bytes : description.templates) {
+      const auto read = brindle::ReadDialogTemplate(bytes);
+      fuzz::Require(read.has_value(), "a script makes templates that can be read");
+      templates.push_back(*read);
+    }
     if (++m_nDialogs > kMostDialogs)
       return nullptr;
-    plays.emplace_front([](PlayedDialog& dialog) { Play(dialog); });
-    return DialogUserInterface::CreateDialogWindow(description, events);
+    const auto ask = [this, touched = std::size_t{0}](const std::function<bool()>& isOver) mutable {
+      return isOver() ? std::nullopt : NextInput(touched);
+    };
+    return std::make_unique<brindle::ConsoleDialog>(
+        description, templates, events,
+        brindle::ConsoleDialog::Terminal{ask, [](const std::string&) {}, true, &m_screen});
   }
+  [[nodiscard]] unsigned StartTimer(unsigned, std::function<void()> tick) override {
+    timers.emplace(++m_nTimers, std::move(tick));
+    return m_nTimers;
+  }
+  void StopTimer(unsigned identifier) override { timers.erase(identifier); }
 
 private:
-  static void Play(PlayedDialog& dialog) {
-    constexpr int kMostControls = 12;
-    for (int id = CDialogWindow::kWindow; id < kMostControls && !dialog.IsEnded(); ++id) {
-      dialog.Type(id, u"typed");
-      dialog.Select(id, {});
-      dialog.Notify(id);
-      dialog.Menu(id, 0);
-      if (id != CDialogWindow::kCancel)
-        dialog.Click(id);
-    }
-    dialog.Click(CDialogWindow::kCancel);
-    dialog.End(CDialogWindow::kCancel);
+  std::optional<CString> NextInput(std::size_t& touched) {
+    static constexpr std::array kTouches = {u"click 3",   u"type 10 typed", u"click 10",    u"select 11 1",
+                                            u"set 12 50", u"click 12",      u"select 13 0", u"menu window 0",
+                                            u"menu 10 0", u"type 1 typed",  u"select 2 1",  u"ok"};
+    if (m_nInput < m_inputs.size())
+      return m_inputs[m_nInput++];
+    return touched < kTouches.size() ? std::optional(CString(kTouches[touched++])) : std::nullopt;
   }
 
+  std::vector<CString> m_inputs;
+  std::size_t m_nInput = 0;
+  brindle::ConsoleDialog::Screen m_screen;
+  unsigned m_nTimers = 0;
   int m_nPatience;
   int m_nAnswers = 0;
   int m_nDialogs = 0;
@@ -77,11 +112,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   unsigned sum = 1;
   for (std::size_t i = 0; i < size; ++i)
     sum = sum * 31 + data[i];
-  MakeFiles({reinterpret_cast<const char*>(data), size});
+  const std::string_view script(reinterpret_cast<const char*>(data), size);
+  MakeFiles(script);
   // Most scripts run as usual, the others with statements that are compiled at once and given up now and then.
   CEnvironment::SetRoute(sum % 4 == 0 ? Route::Eager : Route::Automatic, sum % 4 == 0 ? sum / 4 % 20 : 0);
   brindle::TextFile::SetWriteEncoding(brindle::WriteEncoding::Ansi); // a script before may have changed it
-  PlayingUser user(sum / 64 % 8 == 0 ? 0 : 40);
+  PlayingUser user(InputsOf(script), sum / 64 % 8 == 0 ? 0 : 40);
   CBrindle interpreter;
   interpreter.SetUserInterface(&user);
   fuzz::Require(interpreter.SetLimits(Limits()), "the folder can be the root");

@@ -6,7 +6,6 @@
 // statement that is not to be run any more is overwritten with a jump to its entry, never removed.
 #pragma once
 
-#include "data/variable_slot.h"
 #include "interpreter/fast/operations.h"
 #include "interpreter/func_desc.h"
 #include "interpreter/scanner.h"
@@ -53,9 +52,11 @@ struct FastCell {
 };
 static_assert(sizeof(FastCell) == 16 && sizeof(void*) <= 8);
 
+class VariableSlot;
+
 // Slots are named by their distance from the begin of their frame in bytes: nothing is left to be multiplied while a
 // program runs.
-inline constexpr std::uint32_t kSlotSize = sizeof(VariableSlot);
+inline constexpr std::uint32_t kSlotSize = 16; // as the machine asserts
 
 [[nodiscard]] inline VariableSlot& SlotAt(VariableSlot* frame, std::uint32_t slot) noexcept {
   return *reinterpret_cast<VariableSlot*>(reinterpret_cast<char*>(frame) + slot);

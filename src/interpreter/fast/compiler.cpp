@@ -71,6 +71,10 @@ bool FastCompiler::NewNumber(Operand& out) {
   return true;
 }
 
+std::uint32_t FastCompiler::NextValue() const noexcept {
+  return (VariableStore::kNumberTemporaries + m_values) * kSlotSize;
+}
+
 bool FastCompiler::NewValue(Operand& out) {
   constexpr std::uint32_t kValues = VariableStore::kTemporaries - VariableStore::kNumberTemporaries;
   if (m_values >= kValues)

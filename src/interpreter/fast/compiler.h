@@ -8,7 +8,6 @@
 #pragma once
 
 #include "brindle/interpreter.h"
-#include "data/variable_store.h"
 #include "interpreter/fast/code.h"
 #include "interpreter/fast/tree.h"
 
@@ -98,9 +97,7 @@ private:
   [[nodiscard]] bool NewNumber(Operand& out);
   [[nodiscard]] bool NewValue(Operand& out);
   // The slot that NewValue takes next.
-  [[nodiscard]] std::uint32_t NextValue() const noexcept {
-    return (VariableStore::kNumberTemporaries + m_values) * kSlotSize;
-  }
+  [[nodiscard]] std::uint32_t NextValue() const noexcept;
   void Push(Operand& operand, const FastNode& node);
   void PopTo(std::size_t count);
   void Relabel(const FastNode& node);

@@ -14,6 +14,8 @@ namespace brindle {
 
 namespace {
 
+static_assert(sizeof(VariableSlot) == kSlotSize);
+
 // A statement that gives up more often than this is compiled anew, for the values that it meets now.
 constexpr std::uint32_t kMostBails = 2;
 

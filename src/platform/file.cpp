@@ -138,6 +138,10 @@ bool PrepareDescriptor(int descriptor, unsigned flags, bool& mayWait) noexcept {
       Uninterrupted([&] { return SystemTruncate(descriptor, 0); }) != 0) {
     return false;
   }
+  // A pipe or a device stays as it is: its waits are made here, where they can be ended.
+  if (mayWait) {
+    return true;
+  }
   const int current = SystemGetFlags(descriptor);
   return current >= 0 && SystemSetFlags(descriptor, current & ~O_NONBLOCK) == 0;
 }
@@ -216,11 +220,14 @@ bool CFile::Open(std::u16string_view path, unsigned flags) {
 std::size_t CFile::Read(void* buffer, std::size_t count) {
   std::size_t done = 0;
   while (done < count) {
-    if (m_bMayWait && !brindle::StopSignal::Await(m_nDescriptor, POLLIN)) {
-      ThrowOsError(EINTR);
-    }
     char* const target = static_cast<char*>(buffer) + done;
     const ssize_t got = Uninterrupted([&] { return SystemRead(m_nDescriptor, target, count - done); });
+    if (got < 0 && m_bMayWait && (errno == EAGAIN || errno == EWOULDBLOCK)) {
+      if (!brindle::StopSignal::Await(m_nDescriptor, POLLIN)) {
+        ThrowOsError(EINTR);
+      }
+      continue;
+    }
     if (got < 0) {
       ThrowOsError(errno);
     }
@@ -235,11 +242,14 @@ std::size_t CFile::Read(void* buffer, std::size_t count) {
 void CFile::Write(const void* buffer, std::size_t count) {
   std::size_t done = 0;
   while (done < count) {
-    if (m_bMayWait && !brindle::StopSignal::Await(m_nDescriptor, POLLOUT)) {
-      ThrowOsError(EINTR);
-    }
     const char* const source = static_cast<const char*>(buffer) + done;
     const ssize_t put = Uninterrupted([&] { return SystemWrite(m_nDescriptor, source, count - done); });
+    if (put < 0 && m_bMayWait && (errno == EAGAIN || errno == EWOULDBLOCK)) {
+      if (!brindle::StopSignal::Await(m_nDescriptor, POLLOUT)) {
+        ThrowOsError(EINTR);
+      }
+      continue;
+    }
     if (put < 0) {
       ThrowOsError(errno);
     }

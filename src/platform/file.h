@@ -95,7 +95,7 @@ public:
 
 private:
   int m_nDescriptor = -1;
-  bool m_bMayWait = false; // a pipe or a device: reading it waits for the other side
+  bool m_bMayWait = false; // a pipe or a device, whose other side is waited for
 };
 
 namespace brindle {

@@ -108,8 +108,6 @@ void StopSignal::SleepUntil(Clock::time_point moment) noexcept {
 }
 
 bool StopSignal::Await(int descriptor, short events) noexcept {
-  if (current == nullptr)
-    return true; // the call itself waits
   for (;;) {
     std::array<pollfd, 2> entries = {pollfd{descriptor, events, 0}, pollfd{CurrentDescriptor(), POLLIN, 0}};
     if (CurrentShouldStop())

@@ -64,7 +64,7 @@ TEST_F(CurrentLineTest, the_last_error_is_message_line_feed_and_line) {
 
 TEST_F(CurrentLineTest, a_number_without_a_text_shows_a_notice_and_the_line) {
   SetText(u"abc\n");
-  for (const int number : {0, 60, -1, 100000}) {
+  for (const int number : {0, 66, -1, 100000}) {
     m_ui.Forget();
     Interpreter().ReportError(number);
     EXPECT_EQ(m_ui.notices, std::vector<std::string>{"Error loading resource string."});

@@ -21,11 +21,11 @@ struct CBrindle::ProcedureScope {
                                                  m_position,
                                                  m_state.atStatement,
                                                  m_state.fast.frames.size()} {
+    owner.PushPosition(m_position); // needs memory: before anything points to this scope
     m_state.calls = &m_record;
     m_state.atStatement = true;
     if (m_token.token == &m_state.scratch)
       m_scratch = m_state.scratch;
-    owner.PushPosition(m_position);
     ++m_state.m_nScopeLevel;
     m_state.stop = false; // a call runs in full, also while the statement that ended the program finishes
     m_state.keepTokens = true;

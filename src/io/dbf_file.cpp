@@ -119,6 +119,14 @@ std::string_view TableFile::Peek(std::size_t count) {
   return std::string_view(m_block).substr(0, count);
 }
 
+std::size_t TableFile::Read(std::span<char> bytes) {
+  MoveFileTo(m_nPosition);
+  m_nFilePosition = kUnknown;
+  const std::size_t got = m_file.Read(bytes.data(), bytes.size());
+  m_nFilePosition = m_nPosition + got;
+  return got;
+}
+
 void TableFile::Write(std::string_view bytes) {
   MoveFileTo(m_nPosition);
   m_nFilePosition = kUnknown;

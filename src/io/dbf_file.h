@@ -10,7 +10,9 @@
 #include "platform/file.h"
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -29,6 +31,8 @@ public:
 
   // The next `count` bytes, fewer only at the end of the file; the position stays. Valid until the next call.
   [[nodiscard]] std::string_view Peek(std::size_t count);
+  // As many of the next bytes as there are, past what was read ahead; the position stays. Needs no memory.
+  [[nodiscard]] std::size_t Read(std::span<char> bytes);
   // Moves on without dropping what was read ahead.
   void Skip(std::uint64_t count) noexcept { m_nPosition += count; }
   // Writes at the position, in one call to the system, and moves behind it.

@@ -5,6 +5,7 @@
 #include "io/dbf_format.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 using namespace brindle;
@@ -15,10 +16,10 @@ namespace {
 // in the file.
 unsigned long WithOthersRecords(unsigned long records, std::string_view headerFound, TableFile& file) {
   file.Seek(0);
-  const std::string_view header = file.Peek(kTableHeaderSize);
-  if (header.size() < kTableHeaderSize)
+  std::array<char, kTableHeaderSize> header; // not the file's block: a table closes without memory
+  if (file.Read(header) < header.size())
     return records;
-  const auto added = static_cast<std::int64_t>(ParseHeader(header).records) -
+  const auto added = static_cast<std::int64_t>(ParseHeader({header.data(), header.size()}).records) -
                      static_cast<std::int64_t>(ParseHeader(headerFound).records);
   return static_cast<unsigned long>(std::max<std::int64_t>(0, static_cast<std::int64_t>(records) + added));
 }

@@ -4,6 +4,7 @@
 
 #include "platform/file_root.h"
 
+#include "platform/faults.h"
 #include "platform/path.h"
 
 #include <dirent.h>
@@ -54,11 +55,39 @@ private:
 };
 
 int OpenAt(int folder, const char* name, int flags) noexcept {
+  if (Refused(FaultKind::File, EMFILE))
+    return -1;
   constexpr mode_t anyoneAsTheMaskAllows = 0666;
   int descriptor = ::openat(folder, name, flags, anyoneAsTheMaskAllows);
   while (descriptor < 0 && errno == EINTR)
     descriptor = ::openat(folder, name, flags, anyoneAsTheMaskAllows);
   return descriptor;
+}
+
+int StatusAt(int folder, const std::string& name, struct stat& status) noexcept {
+  return Refused(FaultKind::File, EIO) ? -1 : ::fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW);
+}
+
+ssize_t LinkAt(int folder, const std::string& name, char* target, std::size_t size) noexcept {
+  return Refused(FaultKind::File, EIO) ? -1 : ::readlinkat(folder, name.c_str(), target, size);
+}
+
+using SystemText = std::unique_ptr<char, decltype(&std::free)>;
+
+SystemText RealPath(const std::string& path) noexcept {
+  return {Refused(FaultKind::File, EIO) ? nullptr : ::realpath(path.c_str(), nullptr), &std::free};
+}
+
+SystemText CurrentFolder() noexcept {
+  return {Refused(FaultKind::File, EIO) ? nullptr : ::getcwd(nullptr, 0), &std::free};
+}
+
+DIR* OpenFolder(int descriptor) noexcept {
+  return Refused(FaultKind::File, ENOMEM) ? nullptr : ::fdopendir(descriptor);
+}
+
+const dirent* NextName(DIR* folder) noexcept {
+  return Refused(FaultKind::File, EIO) ? nullptr : ::readdir(folder);
 }
 
 // The parts of a path, the first one last.
@@ -73,12 +102,12 @@ void PushParts(std::string_view path, std::vector<std::string>& parts) {
 
 template <typename Visit> void ForEachName(int folder, const char* name, Visit visit) {
   Descriptor descriptor(OpenAt(folder, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-  DIR* const directory = descriptor.Number() < 0 ? nullptr : ::fdopendir(descriptor.Number());
+  DIR* const directory = descriptor.Number() < 0 ? nullptr : OpenFolder(descriptor.Number());
   if (directory == nullptr)
     return;
   static_cast<void>(descriptor.Release());
   const std::unique_ptr<DIR, int (*)(DIR*)> owner(directory, ::closedir);
-  while (const dirent* entry = ::readdir(directory))
+  while (const dirent* entry = NextName(directory))
     if (const std::string_view found = entry->d_name; found != "." && found != "..")
       visit(found);
 }
@@ -92,8 +121,7 @@ std::string WithoutCase(int folder, const std::string& name, bool mustBeFolder) 
       return;
     std::string found(candidate);
     struct stat status {};
-    if (mustBeFolder && (::fstatat(folder, found.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 ||
-                         !(S_ISDIR(status.st_mode) || S_ISLNK(status.st_mode))))
+    if (mustBeFolder && (StatusAt(folder, found, status) != 0 || !(S_ISDIR(status.st_mode) || S_ISLNK(status.st_mode))))
       return;
     best = std::move(found);
   });
@@ -117,10 +145,12 @@ std::shared_ptr<const FileRoot> FileRoot::Open(const std::string& folder) {
   if (folder.find('\0') != std::string::npos)
     return nullptr;
   Descriptor descriptor(OpenAt(AT_FDCWD, folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-  const std::unique_ptr<char, decltype(&std::free)> real(::realpath(folder.c_str(), nullptr), &std::free);
+  const SystemText real = RealPath(folder);
   if (descriptor.Number() < 0 || real == nullptr)
     return nullptr;
-  return std::shared_ptr<const FileRoot>(new FileRoot(descriptor.Release(), real.get()));
+  auto root = std::unique_ptr<FileRoot>(new FileRoot(-1, real.get()));
+  root->m_nDescriptor = descriptor.Release(); // only now nothing can fail that would lose it
+  return std::shared_ptr<const FileRoot>(std::move(root));
 }
 
 FileRoot::~FileRoot() {
@@ -139,7 +169,7 @@ std::optional<std::u16string> FileRoot::NameOf(const std::string& native) const 
   const std::size_t separator = native.rfind('/');
   const std::string folder = separator == std::string::npos ? "." : native.substr(0, separator + 1);
   const auto real = [](const std::string& path) {
-    const std::unique_ptr<char, decltype(&std::free)> found(::realpath(path.c_str(), nullptr), &std::free);
+    const SystemText found = RealPath(path);
     return found != nullptr ? std::string(found.get()) : std::string();
   };
   std::string whole = real(native);
@@ -162,7 +192,7 @@ std::string FileRoot::FromRoot(std::u16string_view path) const {
   std::string native = PathToNative(path);
   std::replace(native.begin(), native.end(), '\\', '/');
   if (!native.empty() && native[0] != '/') {
-    const std::unique_ptr<char, decltype(&std::free)> here(::getcwd(nullptr, 0), &std::free);
+    const SystemText here = CurrentFolder();
     const std::string folder = here != nullptr ? here.get() : std::string();
     const std::string root = m_strPath == "/" ? std::string() : m_strPath;
     if (folder.size() > root.size() && folder.compare(0, root.size(), root) == 0 && folder[root.size()] == '/')
@@ -193,11 +223,11 @@ bool FileRoot::Walk(const std::string& fromRoot, Place& place) const {
     }
     const bool isLast = parts.empty();
     struct stat status {};
-    int result = ::fstatat(place.Folder(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW);
+    int result = StatusAt(place.Folder(), name, status);
     if (result != 0 && errno == ENOENT) {
       if (std::string other = WithoutCase(place.Folder(), name, !isLast); !other.empty()) {
         name = std::move(other);
-        result = ::fstatat(place.Folder(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW);
+        result = StatusAt(place.Folder(), name, status);
       } else if (isLast) {
         place.name = std::move(name);
         return true;
@@ -209,7 +239,7 @@ bool FileRoot::Walk(const std::string& fromRoot, Place& place) const {
       return false;
     if (S_ISLNK(status.st_mode)) {
       std::array<char, PATH_MAX> target;
-      const ssize_t length = ::readlinkat(place.Folder(), name.c_str(), target.data(), target.size());
+      const ssize_t length = LinkAt(place.Folder(), name, target.data(), target.size());
       if (length < 0)
         return false;
       if (++links > kMostLinks)
@@ -250,7 +280,9 @@ int FileRoot::OpenExisting(const std::string& fromRoot, int flags) const noexcep
     how.resolve = kNoMagicLinks | kBeneath;
     constexpr int kMostTries = 8; // it gives up when others rename meanwhile
     for (int i = 0; i < kMostTries; ++i) {
-      const long descriptor = ::syscall(SYS_openat2, m_nDescriptor, fromRoot.c_str(), &how, sizeof how);
+      const long descriptor = Refused(FaultKind::File, EMFILE)
+                                  ? -1
+                                  : ::syscall(SYS_openat2, m_nDescriptor, fromRoot.c_str(), &how, sizeof how);
       if (descriptor >= 0)
         return static_cast<int>(descriptor);
       if (errno != EINTR && errno != EAGAIN)
@@ -283,7 +315,7 @@ bool FileRoot::RemoveFile(std::u16string_view path) const {
   const std::string fromRoot = FromRoot(path);
   Place place;
   return !path.empty() && fromRoot.find('\0') == std::string::npos && Walk(fromRoot, place) &&
-         ::unlinkat(place.Folder(), place.name.c_str(), 0) == 0;
+         !Refused(FaultKind::File, EACCES) && ::unlinkat(place.Folder(), place.name.c_str(), 0) == 0;
 }
 
 std::vector<std::u16string> FileRoot::FindFiles(std::u16string_view pattern) const {

@@ -1,5 +1,7 @@
 #include "platform/stop_signal.h"
 
+#include "platform/faults.h"
+
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <unistd.h>
@@ -62,7 +64,7 @@ int StopSignal::Descriptor() noexcept {
   int descriptor = m_nDescriptor.load(std::memory_order_relaxed);
   if (descriptor < 0) {
     // Without a descriptor left in the system a wait ends when it ends.
-    descriptor = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    descriptor = Refused(FaultKind::Process, EMFILE) ? -1 : ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     m_nDescriptor.store(descriptor, std::memory_order_seq_cst);
   } else if (!m_isRequested.load(std::memory_order_seq_cst)) {
     // Of a request that was answered long ago, or of one that is being made: its flag stands then, or will be seen.
@@ -112,7 +114,8 @@ bool StopSignal::Await(int descriptor, short events) noexcept {
     std::array<pollfd, 2> entries = {pollfd{descriptor, events, 0}, pollfd{CurrentDescriptor(), POLLIN, 0}};
     if (CurrentShouldStop())
       return false;
-    const int ready = ::poll(entries.data(), entries.size(), WaitTime(Earlier(std::nullopt)));
+    const int ready =
+        Refused(FaultKind::File, ENOMEM) ? -1 : ::poll(entries.data(), entries.size(), WaitTime(Earlier(std::nullopt)));
     if (entries[0].revents != 0 || (ready < 0 && errno != EINTR))
       return true;
   }

@@ -113,6 +113,62 @@ print "done"
   }
 };
 
+// The same below a root that the host sets, with links and names in another case.
+class BelowRoot : public Scenario {
+public:
+  [[nodiscard]] std::vector<FaultKind> Kinds() const override {
+    return {FaultKind::Memory, FaultKind::File, FaultKind::Process};
+  }
+  void Prepare() override {
+    Folder().Write("files/Inner/Old.txt", "old one\n");
+    std::filesystem::create_symlink("Inner", PathOf("files/link"));
+    Folder().Write("script.bas", R"(lf = format(10, "%c")
+open "\link\new.txt" for output as 1 text
+n = writeline(1, "one" + lf)
+close 1
+open "inner/old.TXT" for append as 2 text
+n = writeline(2, "added" + lf)
+close 2
+open "\inner\old.txt" as 5 text
+print readline(5); "/"; readline(5)
+names = findfiles("\link\*.txt", 0)
+print names[0]; " "; names[1]
+print "done"
+)");
+    m_root = CString::FromUtf8(PathOf("files"));
+    m_bLimited = false;
+  }
+  void Act(CBrindle* interpreter, Outcome& outcome) override {
+    CExecutionLimits limits;
+    limits.root = m_root;
+    m_bLimited = interpreter->SetLimits(limits);
+    if (m_bLimited)
+      Scenario::Act(interpreter, outcome);
+  }
+  [[nodiscard]] std::string Judge(const Trial& trial, const Outcome& outcome, const Outcome& reference) override {
+    if (reference.output != "old one/added\nOld.txt new.txt\ndone\n")
+      return "the scenario does not do what it should: " + reference.output;
+    if (outcome.thrown && m_bLimited)
+      return "std::bad_alloc left ExecuteProgram";
+    const std::string old = Folder().Read("files/Inner/Old.txt");
+    if (old != "old one\n" && old != "old one\nadded\n")
+      return "Old.txt is neither as before nor as after";
+    const std::string made = Folder().Read("files/Inner/new.txt");
+    if (!made.empty() && made != "one\n")
+      return "new.txt holds a part of a line";
+    if (outcome.output == reference.output || !m_bLimited)
+      return {};
+    if (trial.kind == FaultKind::Memory)
+      return AreAmong(outcome.errors, {17, 50}) && !outcome.errors.empty() ? "" : "not reported as want of memory";
+    return AreAmong(outcome.errors, {17, 47, 49, 51, 53, 3, 35, 36, 37, 21, 22, 65}) ? ""
+                                                                                     : "reported as something else";
+  }
+
+private:
+  CString m_root;
+  bool m_bLimited = false;
+};
+
 const char* const kNames[] = {"anna", "bert", "carl", "dora", "emil", "fred"};
 
 class Tables : public Scenario {
@@ -300,6 +356,11 @@ private:
 TEST(FileFaults, files_are_written_and_read) {
   Writing scenario;
   Sweep("files", scenario);
+}
+
+TEST(FileFaults, files_below_a_root) {
+  BelowRoot scenario;
+  Sweep("below a root", scenario);
 }
 
 TEST(FileFaults, a_table_is_made_changed_and_opened_again) {

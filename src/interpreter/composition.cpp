@@ -4,6 +4,7 @@
 #include "interpreter/limits.h"
 #include "interpreter/script_loader.h"
 #include "interpreter/state.h"
+#include "interpreter/word_count.h"
 #include "platform/path.h"
 
 #include <unordered_set>
@@ -42,6 +43,7 @@ bool CBrindle::LoadLibraries() {
   program.AddFile(0, program.Length(), 0, FileOf(root, m_pState->fileName), program.Name());
   std::unordered_set<CString> loaded;
   int lines = 0;
+  WordCount words;
 
   Rewind();
   m_pState->token.kind = TOKEN_DELIMITER; // the first line counts as standing behind a line end
@@ -51,6 +53,8 @@ bool CBrindle::LoadLibraries() {
     if (token.kind == TOKEN_NONE)
       break;
     StepOver();
+    if (!words.Take(*m_pState->budget))
+      AbortByBudget(std::nullopt);
     const bool isLibrary = token.command == COMMAND_LIBRARY;
     const bool isInclude = token.command == COMMAND_INCLUDE;
     if ((!isLibrary && !isInclude) || token.previousKind != TOKEN_DELIMITER)

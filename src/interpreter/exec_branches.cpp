@@ -2,6 +2,7 @@
 #include "brindle/interpreter.h"
 #include "interpreter/error_numbers.h"
 #include "interpreter/state.h"
+#include "interpreter/word_count.h"
 
 using namespace brindle;
 
@@ -61,11 +62,16 @@ bool CBrindle::FindLastPair(COMMAND_TYPE open, COMMAND_TYPE close, COMMAND_TYPE 
 
   const bool keepTokens = m_pState->keepTokens;
   m_pState->keepTokens = false; // what is skipped is read once; only the end of the skip is kept
+  WordCount words;
   int depth = 1;
   bool insideOpen = false; // behind "open" on its line: its "for" starts no loop
   do {
     get_token();
     StepOver();
+    if (!words.Take(*m_pState->budget)) {
+      m_pState->keepTokens = keepTokens;
+      AbortByBudget(std::nullopt);
+    }
     const bool loopWord = !(insideOpen && token.command == COMMAND_FOR);
     if (token.command == open && loopWord)
       ++depth;

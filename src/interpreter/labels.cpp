@@ -2,6 +2,7 @@
 #include "brindle/interpreter.h"
 #include "interpreter/error_numbers.h"
 #include "interpreter/state.h"
+#include "interpreter/word_count.h"
 
 #include <memory>
 
@@ -38,10 +39,13 @@ bool CBrindle::LabelsScan() {
   LabelsFree();
   Rewind();
   m_pState->token.kind = TOKEN_DELIMITER; // the first line counts as standing behind a line end
+  WordCount words;
   while (!IsEndOfProgram()) {
     get_token();
     const TokenState& token = m_pState->token;
     StepOver();
+    if (!words.Take(*m_pState->budget))
+      AbortByBudget(std::nullopt);
     if (token.kind == TOKEN_LABEL) {
       if (!LabelAdd(token.Text(), m_pState->position)) {
         // Deliberate: a duplicate label says that the table is full.

@@ -11,6 +11,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <sys/resource.h>
 #include <utility>
 #include <vector>
 
@@ -98,6 +99,14 @@ CExecutionLimits Limits() {
   return limits;
 }
 
+// The limits of a script do not bound its files; larger ones only take time.
+bool LimitFiles() {
+  constexpr rlim_t kLargestFile = 16 * 1024 * 1024;
+  CEnvironment::ReportFileSizeLimits();
+  const rlimit limit{kLargestFile, kLargestFile};
+  return setrlimit(RLIMIT_FSIZE, &limit) == 0;
+}
+
 void MakeFiles(std::string_view script) {
   fuzz::ClearScratch();
   fuzz::WriteScratch("script.bas", script);
@@ -109,6 +118,8 @@ void MakeFiles(std::string_view script) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using Route = CEnvironment::Route;
+  static const bool filesAreLimited = LimitFiles();
+  fuzz::Require(filesAreLimited, "the size of files can be limited");
   unsigned sum = 1;
   for (std::size_t i = 0; i < size; ++i)
     sum = sum * 31 + data[i];

@@ -1,4 +1,5 @@
 // What a host allows a script: budgets that end a run, and a stop that is asked for from outside.
+#include "interpreter/script_abort.h"
 #include "support/fast_route_test.h"
 
 #include <atomic>
@@ -272,6 +273,19 @@ TEST_F(LimitsTest, a_stop_meets_one_run_and_the_next_one_is_free) {
   Limit({});
   Run("print \"dropped\"\n");
   EXPECT_EQ(m_ui.Output(), "again\ndropped\n") << "setting limits drops a stop";
+}
+
+TEST_F(LimitsTest, a_long_program_that_is_only_read_can_be_stopped) {
+  std::u16string text;
+  for (int i = 0; i < 2000; ++i)
+    text += u"x = y\n";
+  BrindleTestAccess::State(Interpreter()).program = std::make_shared<brindle::ProgramText>(text);
+  Interpreter().RequestStop();
+  EXPECT_THROW(BrindleTestAccess::LoadLibraries(Interpreter()), brindle::ScriptAbort);
+  EXPECT_THROW(BrindleTestAccess::LabelsScan(Interpreter()), brindle::ScriptAbort);
+  BrindleTestAccess::Rewind(Interpreter());
+  EXPECT_THROW(BrindleTestAccess::FindLastPair(Interpreter(), COMMAND_IF, COMMAND_ENDIF, COMMAND_ELSE),
+               brindle::ScriptAbort);
 }
 
 TEST_F(LimitsTest, a_stop_inside_a_host_function_is_met_behind_it) {

@@ -17,6 +17,10 @@ import sys
 import tempfile
 
 
+# A stop that the host asks for shows no box, so that no script can show it.
+SILENT = {64}
+
+
 def read(path):
     return path.read_text(encoding="utf-8")
 
@@ -104,7 +108,7 @@ def check_errors(source):
         shown[number] = text.group(1) if text else ""
         # What an example reports begins with the message itself.
         report = "```errors\n" + shown[number].rstrip() + "\n"
-        if report not in re.sub(r" +$", "", body, flags=re.MULTILINE):
+        if number not in SILENT and report not in re.sub(r" +$", "", body, flags=re.MULTILINE):
             problems.append(f"docs/errors.md: no example reports error {number}")
         if number not in reported:
             problems.append(f"docs/errors.md: nothing reports error {number}")

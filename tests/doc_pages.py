@@ -185,7 +185,7 @@ def mentions(fence, file):
     return any(word in fence.text for word in (name.name, name.stem, wildcard))
 
 
-def check_links(pages, missing_allowed):
+def check_links(pages):
     """Every link inside the documentation leads to a file, and to a heading where it names one."""
     problems = []
     by_path = {page.path.resolve(): page for page in pages}
@@ -196,8 +196,7 @@ def check_links(pages, missing_allowed):
             name, _, anchor = target.partition("#")
             path = (page.path.parent / name).resolve() if name else page.path.resolve()
             if not path.exists():
-                if path.name not in missing_allowed:
-                    problems.append(f"{page.path}:{line}: no such file: {target}")
+                problems.append(f"{page.path}:{line}: no such file: {target}")
             elif anchor and path in by_path and anchor not in by_path[path].anchors:
                 problems.append(f"{page.path}:{line}: no such heading: {target}")
     return problems

@@ -217,7 +217,7 @@ def check(options):
             pages.append(read_page(path))
         except Fault as fault:
             problems.append(str(fault))
-    problems += check_links(pages, options.missing_allowed)
+    problems += check_links(pages)
     count = 0
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         wanted = [page for page in pages if options.only in str(page.path)]
@@ -283,7 +283,7 @@ def self_test(options):
     failed = 0
     with tempfile.TemporaryDirectory(prefix="docs-") as folder:
         page = pathlib.Path(folder) / "page.md"
-        options.places, options.only, options.compiler, options.missing_allowed = [page], "", None, set()
+        options.places, options.only, options.compiler = [page], "", None
         page.write_text(GOOD_PAGE, encoding="utf-8")
         for problem in check(options)[3]:
             failed += 1
@@ -306,7 +306,6 @@ def main():
     parser.add_argument("--source", help="the folder that holds include/")
     parser.add_argument("--library", help="the folder that holds libbrindle.so")
     parser.add_argument("--only", default="", help="only pages whose path contains this")
-    parser.add_argument("--missing-allowed", nargs="*", default=[], help="pages that links may name before they exist")
     parser.add_argument("--list", action="store_true", help="name what is not run")
     parser.add_argument("--self-test", action="store_true")
     parser.add_argument("places", nargs="*")

@@ -59,24 +59,10 @@ def on_config(config):
     module.BrindleLexer, module.__all__ = BrindleLexer, ["BrindleLexer"]
     sys.modules[module.__name__] = module
     LEXERS["BrindleLexer"] = (module.__name__, "Brindle", ("brindle",), (), ())
-    coming = [name for name in config["extra"]["coming"] if not (pathlib.Path(config["docs_dir"]) / name).exists()]
-    config["extra"]["coming"] = coming
-    config["nav"] = without(config["nav"], coming)
     return config
 
 
-def without(nav, pages):
-    kept = []
-    for entry in nav:
-        ((title, target),) = entry.items()
-        if isinstance(target, list):
-            kept.append({title: without(target, pages)})
-        elif target not in pages:
-            kept.append(entry)
-    return kept
-
-
-def on_page_markdown(markdown, config, **_):
+def on_page_markdown(markdown, **_):
     def fence(match):
         parts = match.group(2).split()
         language, title = SHOWN.get(parts[0], (parts[0], ""))
@@ -84,7 +70,4 @@ def on_page_markdown(markdown, config, **_):
         title = title.format(name=name) or name
         return f"{match.group(1)}{language}" + (f' title="{title}"' if title else "")
 
-    markdown = re.sub(r"^(```+)([a-z].*)$", fence, markdown, flags=re.MULTILINE)
-    for page in config["extra"]["coming"]:
-        markdown = re.sub(r"\[([^]]*)\]\((?:\.\./)*" + re.escape(page) + r"(?:#[^)]*)?\)", r"\1", markdown)
-    return markdown
+    return re.sub(r"^(```+)([a-z].*)$", fence, markdown, flags=re.MULTILINE)

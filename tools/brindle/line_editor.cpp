@@ -123,6 +123,8 @@ struct LineEditor::State {
   [[nodiscard]] bool CanEdit() const noexcept { return editor != nullptr && history != nullptr; }
 
   [[nodiscard]] Result ReadEdited(std::string& line) {
+    // Before the prompt is shown: who sees it may type at once, and Ctrl-D too is a key of the editor then.
+    functions.set(editor, EL_PREP_TERM, 1);
     int count = 0;
     const char* const text = functions.gets(editor, &count);
     if (Interruption::Take()) {

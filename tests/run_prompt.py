@@ -81,9 +81,10 @@ class Session:
     def wait_for_prompt(self, start):
         deadline = time.monotonic() + LIMIT
         while time.monotonic() < deadline:
-            if re.search(r"(^|\n|\s)(> |\.\.\. )$", self.shown[start:]):
+            if not re.search(r"(^|\n|\s)(> |\.\.\. )$", self.shown[start:]):
+                self.read(0.2)
+            elif not self.read(0.05):  # an editor that draws a line anew begins with the prompt as well
                 return True
-            self.read(0.2)
         return False
 
     def type(self, text):

@@ -60,9 +60,11 @@ Interruption::Wait Interruption::WaitForInput(std::optional<std::chrono::millise
   // Longer waits are cut short and begun anew by the caller.
   const int milliseconds = limit ? static_cast<int>(std::clamp<std::int64_t>(limit->count(), 0, 1'000'000)) : -1;
   std::array<pollfd, 2> waits = {pollfd{STDIN_FILENO, POLLIN, 0}, pollfd{pipeEnds[0], POLLIN, 0}};
-  const int ready = ::poll(waits.data(), waits.size(), milliseconds);
+  int ready = ::poll(waits.data(), waits.size(), milliseconds);
+  if (ready < 0)
+    ready = ::poll(waits.data(), waits.size(), 0); // which signal was it?
   if (ready <= 0)
-    return Wait::TimedOut; // by a signal too: a window that changed its size is looked at anew
+    return Wait::TimedOut; // a window that changed its size is looked at anew
   return waits[1].revents != 0 ? Wait::Interrupted : Wait::Input;
 }
 

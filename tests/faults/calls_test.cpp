@@ -225,6 +225,7 @@ CBasicVariable Reply(CBrindle*, CBasicVariableArray&, int) {
 
 class Serial : public Scenario {
 public:
+  [[nodiscard]] std::uint64_t EveryOne() const override { return 50; }
   [[nodiscard]] std::vector<FaultKind> Kinds() const override { return {FaultKind::Memory, FaultKind::Serial}; }
   void Prepare() override {
     m_devices.emplace();

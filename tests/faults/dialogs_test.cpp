@@ -18,7 +18,9 @@ namespace {
 
 class Dialog : public Scenario {
 public:
-  [[nodiscard]] std::vector<FaultKind> Kinds() const override { return {FaultKind::Memory, FaultKind::File}; }
+  [[nodiscard]] std::vector<FaultKind> Kinds() const override {
+    return {FaultKind::Memory, FaultKind::File, FaultKind::Process}; // the last for what a stop from outside wakes
+  }
   void Prepare() override {
     Folder().Write("script.bas", R"(dialog "Site visit", 0, 0, 200, 200, 9, "Sans"
   control statictext "Inspector:", 10, 5, 5, 50, 10

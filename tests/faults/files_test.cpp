@@ -116,9 +116,7 @@ print "done"
 // The same below a root that the host sets, with links and names in another case.
 class BelowRoot : public Scenario {
 public:
-  [[nodiscard]] std::vector<FaultKind> Kinds() const override {
-    return {FaultKind::Memory, FaultKind::File, FaultKind::Process};
-  }
+  [[nodiscard]] std::vector<FaultKind> Kinds() const override { return {FaultKind::Memory, FaultKind::File}; }
   void Prepare() override {
     Folder().Write("files/Inner/Old.txt", "old one\n");
     std::filesystem::create_symlink("Inner", PathOf("files/link"));

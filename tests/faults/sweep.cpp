@@ -16,11 +16,6 @@ namespace {
 namespace fs = std::filesystem;
 using brindle::faultPlan;
 
-// Every call up to this one has its trial; behind it steps of changing length are taken, so that the trials fit the
-// time of a test, unless all are asked for. A step that never changed might miss what comes round in a loop.
-constexpr std::uint64_t kEveryOne = 300;
-constexpr std::uint64_t kTrialsBehind = 250;
-
 const char* NameOf(FaultKind kind) {
   switch (kind) {
   case FaultKind::Memory: return "memory";
@@ -157,26 +152,29 @@ endfunction
   std::uint64_t m_nRefused = 0;
 };
 
+// Steps of changing length: one that never changed might miss what comes round in a loop.
 class Steps {
 public:
-  explicit Steps(std::uint64_t calls)
-      : m_nMean(std::getenv("BRINDLE_SLOW_TESTS") != nullptr || calls <= kEveryOne + kTrialsBehind
-                    ? 1
-                    : (calls - kEveryOne) / kTrialsBehind) {}
+  Steps(std::uint64_t everyOne, std::uint64_t calls) : m_nEveryOne(everyOne) {
+    const std::uint64_t trialsBehind = everyOne * 5 / 6;
+    if (std::getenv("BRINDLE_SLOW_TESTS") == nullptr && calls > everyOne + trialsBehind)
+      m_nMean = (calls - everyOne) / trialsBehind;
+  }
   [[nodiscard]] std::uint64_t Behind(std::uint64_t number) {
-    if (number < kEveryOne || m_nMean == 1)
+    if (number < m_nEveryOne || m_nMean == 1)
       return number + 1;
     return number + std::uniform_int_distribution<std::uint64_t>(1, 2 * m_nMean - 1)(m_random);
   }
 
 private:
-  std::uint64_t m_nMean;
+  std::uint64_t m_nEveryOne;
+  std::uint64_t m_nMean = 1;
   std::minstd_rand m_random; // the same steps in every run: a failure can be had again
 };
 
 void SweepOne(const char* name, Scenario& scenario, FaultKind kind, bool lasting, const Outcome& reference,
               std::uint64_t calls) {
-  Steps steps(calls);
+  Steps steps(scenario.EveryOne(), calls);
   std::uint64_t trials = 0;
   const char* const only = std::getenv("BRINDLE_FAULT_ONLY");
   for (std::uint64_t number = only != nullptr ? std::strtoull(only, nullptr, 10) : 1;; number = steps.Behind(number)) {

@@ -57,6 +57,8 @@ public:
 
   // The kinds of calls that the scenario makes: with another one it would say nothing.
   [[nodiscard]] virtual std::vector<FaultKind> Kinds() const { return {FaultKind::Memory}; }
+  // Up to this call every one has its trial, behind it steps are taken; less where a trial has to wait.
+  [[nodiscard]] virtual std::uint64_t EveryOne() const { return 300; }
   // Before every trial, with nothing refused: the folder is new and empty.
   virtual void Prepare() {}
   // The interpreter of a trial, made with nothing refused.

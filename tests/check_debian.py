@@ -38,7 +38,7 @@ def contents(package):
 
 def check_contents(packages):
     wanted = {
-        "libbrindle0": ("libbrindle.so.0", "brindle/libbrindle-filesystem.so", "servers/filesystem.server"),
+        "libbrindle1": ("libbrindle.so.1", "brindle/libbrindle-filesystem.so", "servers/filesystem.server"),
         "libbrindle-dev": ("include/brindle/brindle.h", "pkgconfig/brindle.pc", "cmake/brindle/brindleConfig.cmake"),
         "brindle": ("/usr/bin/brindle", "man1/brindle.1", "bash-completion/completions/brindle"),
         "brindle-qt": ("libbrindle-qt.so",),
@@ -116,7 +116,7 @@ def check_clean_root(packages):
                   done.stdout[-3000:] + done.stderr[-3000:])
 
         inside("apt-get", "update")
-        install("libbrindle0", "brindle")
+        install("libbrindle1", "brindle")
         done = inside("brindle", "/tmp/try.bas")
         check("a script runs, and finds the class that ships",
               (done.returncode, done.stdout, done.stderr) == (0, "True\n42\n", ""), done.stdout + done.stderr)
@@ -128,7 +128,7 @@ def check_clean_root(packages):
         done = inside("env", "QT_QPA_PLATFORM=offscreen", "XDG_RUNTIME_DIR=/tmp", "brindle", "--ui=window",
                       "/tmp/window.bas")
         check("windows can be shown", done.returncode == 0, done.stderr)
-        done = inside("dpkg", "--purge", "brindle", "brindle-qt", "libbrindle0")
+        done = inside("dpkg", "--purge", "brindle", "brindle-qt", "libbrindle1")
         check("everything can be removed", done.returncode == 0 and not (root / "usr/share/brindle").exists(),
               done.stdout + done.stderr)
 

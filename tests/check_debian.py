@@ -15,17 +15,8 @@ import sys
 import tempfile
 from pathlib import Path
 
-passed = 0
-failed = 0
-
-
-def check(name, condition, detail=""):
-    global passed, failed
-    if condition:
-        passed += 1
-    else:
-        failed += 1
-        print("FAIL %s\n%s" % (name, detail))
+import checks
+from checks import check
 
 
 def run(command, **options):
@@ -140,10 +131,9 @@ def main():
     packages = {path.name.partition("_")[0]: path.resolve() for path in sorted(options.packages.glob("*.deb"))}
     check_contents(packages)
     check_lintian(packages)
-    if not failed:
+    if not checks.failed:
         check_clean_root(packages)
-    print("%d passed, %d failed" % (passed, failed))
-    return 1 if failed else 0
+    return checks.status()
 
 
 if __name__ == "__main__":

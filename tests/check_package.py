@@ -17,6 +17,9 @@ import subprocess
 import sys
 import tempfile
 
+import checks
+from checks import check
+
 STRICT = ["-std=c++20", "-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Werror"]
 PUBLIC_CLASSES = ("CBrindle", "CBasicVariable", "CVarBase", "CString", "CBlowFish", "CUserInterface",
                   "CConsoleUserInterface", "CDialogEvents", "CDialogWindow", "CDbf", "CDbfFieldDescriptorEx",
@@ -27,18 +30,6 @@ FREE_FUNCTIONS = ("SysAllocString", "SysAllocStringLen", "SysStringLen", "SysFre
                   "SafeArrayCopy", "SafeArrayGetDim", "SafeArrayGetElemsize", "SafeArrayGetVartype",
                   "SafeArrayGetLBound", "SafeArrayGetUBound", "SafeArrayAccessData", "SafeArrayUnaccessData",
                   "SafeArrayGetElement", "SafeArrayPutElement")
-
-passed = 0
-failed = 0
-
-
-def check(name, condition, detail=""):
-    global passed, failed
-    if condition:
-        passed += 1
-    else:
-        failed += 1
-        print(f"FAIL {name}\n{detail}")
 
 
 def run(command, **options):
@@ -180,8 +171,7 @@ def main():
                    "&& cmake --build build",
                    build / "brindle_example_host", script, environment, work)
 
-    print(f"{passed} passed, {failed} failed")
-    return 1 if failed else 0
+    return checks.status()
 
 
 if __name__ == "__main__":

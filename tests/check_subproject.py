@@ -14,6 +14,9 @@ import subprocess
 import sys
 import tempfile
 
+import checks
+from checks import check
+
 MAIN = """#include <brindle/brindle.h>
 #include <cstdio>
 
@@ -28,18 +31,6 @@ PROJECTS = {
                     "FetchContent_Declare(brindle SOURCE_DIR {source})\n"
                     "FetchContent_MakeAvailable(brindle)\n",
 }
-
-passed = 0
-failed = 0
-
-
-def check(name, condition, detail=""):
-    global passed, failed
-    if condition:
-        passed += 1
-    else:
-        failed += 1
-        print(f"FAIL {name}\n{detail}")
 
 
 def run(command, **options):
@@ -85,8 +76,7 @@ def main():
     for name, text in PROJECTS.items():
         with tempfile.TemporaryDirectory(prefix="brindle-project-") as folder:
             check_project(name, text, options.source.resolve(), options.compiler, pathlib.Path(folder))
-    print(f"{passed} passed, {failed} failed")
-    return 1 if failed else 0
+    return checks.status()
 
 
 if __name__ == "__main__":

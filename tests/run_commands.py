@@ -15,19 +15,10 @@ import sys
 import tempfile
 from pathlib import Path
 
+import checks
+from checks import check
+
 COMMANDS = ("run", "check", "encrypt", "register", "unregister")
-
-passed = 0
-failed = 0
-
-
-def check(name, condition, detail=""):
-    global passed, failed
-    if condition:
-        passed += 1
-    else:
-        failed += 1
-        print("FAIL %s\n    %s" % (name, detail))
 
 
 class Place:
@@ -278,8 +269,7 @@ def main():
         traces(place)
         manual_pages(options.source)
         completion(place, options.source)
-    print("%d passed, %d failed" % (passed, failed))
-    return 1 if failed else 0
+    return checks.status()
 
 
 if __name__ == "__main__":

@@ -19,23 +19,14 @@ import tempfile
 import time
 from pathlib import Path
 
+import checks
+from checks import check
+
 LIMIT = 20.0
 CTRL_C = "\x03"
 CTRL_D = "\x04"
 UP = "\x1b[A"
 LEFT = "\x1b[D"
-
-passed = 0
-failed = 0
-
-
-def check(name, condition, detail=""):
-    global passed, failed
-    if condition:
-        passed += 1
-    else:
-        failed += 1
-        print("FAIL %s\n    %s" % (name, detail))
 
 
 class Session:
@@ -288,8 +279,7 @@ def main():
         else:
             editing(runner, folder)
     words_agree(options.source.resolve())
-    print("%d passed, %d failed" % (passed, failed))
-    return 1 if failed else 0
+    return checks.status()
 
 
 if __name__ == "__main__":

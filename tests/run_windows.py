@@ -17,6 +17,9 @@ import tempfile
 import time
 from pathlib import Path
 
+import checks
+from checks import check
+
 TIMEOUT_SECONDS = 30
 CLOSES_ITSELF = """event create OnTimer tick
 timerstart 20
@@ -39,17 +42,6 @@ sub tick(v)
   {body}
 endsub
 """
-
-passed = failed = 0
-
-
-def check(name, condition, detail=""):
-    global passed, failed
-    if condition:
-        passed += 1
-    else:
-        failed += 1
-        print(f"FAILED {name}\n{str(detail)[:400]}")
 
 
 class Runner:
@@ -182,8 +174,7 @@ def main():
         check_choice(runner)
         check_missing(runner)
         check_runs(runner)
-    print(f"{passed} passed, {failed} failed")
-    return 1 if failed else 0
+    return checks.status()
 
 
 if __name__ == "__main__":

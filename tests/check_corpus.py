@@ -31,12 +31,6 @@ HOST_FUNCTIONS = {
     "watchdog.bas": "sounder",
 }
 
-# Pages that show mistakes which stop or skip without a word: there is no error in the run, and an error in the script.
-SILENT_MISTAKES = {
-    "coming-from-basic.md": {"end-if", "else-if", "missing-endif"},
-}
-
-
 class Result:
     def __init__(self, script, clean, numbers, problems):
         self.script = script
@@ -114,8 +108,6 @@ def check_page(runner, path):
                 continue
             clean = "errors" not in example.results and fence.words.get("exit", "0") == "0"
             problems = problems_of([runner, "check", "--format=json", name], folder, "%s:%d" % (path, fence.line))
-            if clean:
-                problems = [problem for problem in problems if problem["code"] not in SILENT_MISTAKES.get(path.name, ())]
             results.append(Result("%s:%d" % (path, fence.line), clean, [], problems))
     return results
 

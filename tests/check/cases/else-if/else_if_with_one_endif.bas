@@ -4,3 +4,4 @@ if a = 1 then
 else if a = 2 then  # problem: else-if@1
   print "2"
 endif
+# runs: error

@@ -242,12 +242,10 @@ void CBasicVariable::Set(const CVarBase& item) {
 }
 
 bool CBasicVariable::HoldsObject() const noexcept {
-  for (int i = 0; i < m_items.Count(); ++i) {
-    const CVarBase& item = m_items.At(i);
-    if (item.m_kind >= CVarBase::kObject && item.GetType() == BVT_OBJECT)
-      return true;
-  }
-  return false;
+  const CVarBase* const first = &m_items.At(0);
+  return std::any_of(first, first + m_items.Count(), [](const CVarBase& item) {
+    return item.m_kind >= CVarBase::kObject && item.GetType() == BVT_OBJECT;
+  });
 }
 
 void CBasicVariable::ReleaseStringBuffer() {

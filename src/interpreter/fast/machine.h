@@ -10,6 +10,7 @@
 #include "interpreter/fast/code.h"
 #include "interpreter/fast/tape.h"
 
+#include <memory>
 #include <vector>
 
 class CBrindle;
@@ -56,6 +57,7 @@ struct FastState {
   std::uint32_t untilGiveUp = m_defaultGiveUpEvery;
   std::vector<FastFrame> frames;
   FastTape tape;
+  std::unique_ptr<CBasicVariable> spareBox;         // for the next result that is an array
   CArray<CBasicVariable, CBasicVariable> arguments; // room for those of a built-in function, all not set
 
   // Runs of a statement before it is compiled.

@@ -16,6 +16,7 @@ struct ValueFormat {
   bool hasValue = false;
   FormatDirective directive;
   CString behind;
+  bool isPlain = false; // nothing but one of "%d" and "%.Nf"
 };
 
 [[nodiscard]] ValueFormat ReadFormat(std::u16string_view text);

@@ -19,7 +19,9 @@ namespace {
 constexpr std::size_t kFlushSize = 32 * 1024;
 
 ssize_t SystemWrite(int descriptor, std::string_view bytes) noexcept {
-  return Refused(FaultKind::File, ENOSPC) ? -1 : ::write(descriptor, bytes.data(), bytes.size());
+  const std::size_t writable = Writable(bytes.size());
+  const bool isRefused = Refused(FaultKind::File, ENOSPC) || (writable == 0 && !bytes.empty());
+  return isRefused ? -1 : ::write(descriptor, bytes.data(), writable);
 }
 ssize_t SystemRead(int descriptor, char* buffer, std::size_t size) noexcept {
   return Refused(FaultKind::File, EIO) ? -1 : ::read(descriptor, buffer, size);

@@ -332,7 +332,7 @@ std::size_t SerialLine::Write(const void* bytes, std::size_t count, int millisec
     }
     // A device may say that it has room and take nothing all the same.
     const Readiness readiness = Await(m_nDescriptor, POLLOUT, deadline);
-    if (readiness == Readiness::Gone || deadline.Left() == 0) {
+    if (readiness != Readiness::Ready || deadline.Left() == 0) {
       Fail(readiness == Readiness::Gone ? EIO : ETIMEDOUT);
       break;
     }

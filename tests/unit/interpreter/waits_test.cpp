@@ -32,6 +32,9 @@ constexpr const char* kBehind = "call reached()\nend\n"
                                 "call reached()\nendsub\n"
                                 "sub question(v)\nx = ask(\"Really?\")\ncall reached()\nendsub\n";
 
+// A line that takes nothing is given up then, and others later or never.
+constexpr auto kNaturalEnd = std::chrono::seconds(5);
+
 int timesReached = 0;
 std::atomic<CBrindle*> toStop = nullptr;
 
@@ -81,12 +84,14 @@ protected:
   }
   void RunAndStop(const std::string& program) {
     SCOPED_TRACE(program);
+    const auto start = std::chrono::steady_clock::now();
     std::thread other([this] {
       std::this_thread::sleep_for(std::chrono::milliseconds(30));
       Interpreter().RequestStop();
     });
     RunAndEnd(program, "Stopped by the host");
     other.join();
+    EXPECT_LT(std::chrono::steady_clock::now() - start, kNaturalEnd);
   }
   void RunOutOfTime(const std::string& program) {
     SCOPED_TRACE(program);
@@ -118,6 +123,52 @@ TEST_F(Waits, the_time_limit_ends_every_prompt_of_the_console) {
   for (const char* program : kPrompts)
     RunAtConsole(
         program, "Limit of time reached", [] {}, 60);
+}
+
+TEST_F(Waits, printing_to_a_pipe_that_nobody_reads_from_ends_and_loses_nothing) {
+  int ends[2];
+  ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
+  const int saved = fcntl(1, F_DUPFD_CLOEXEC, 10);
+  std::string read;
+  for (const std::uint32_t milliseconds : {0, 60}) {
+    std::fflush(stdout);
+    dup2(ends[1], 1);
+    {
+      CConsoleUserInterface console;
+      Interpreter().SetUserInterface(&console);
+      LimitTime(milliseconds);
+      std::thread other([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(30));
+        if (milliseconds == 0)
+          Interpreter().RequestStop();
+      });
+      Run("n = 0\ndo while 1 = 1\nn = n + 1\nprint int(n)\nloop\n");
+      other.join();
+      // The host reads it now.
+      other = std::thread([&] {
+        char buffer[4096];
+        for (ssize_t got = 0; (got = ::read(ends[0], buffer, sizeof buffer)) > 0;) {
+          read.append(buffer, static_cast<std::size_t>(got));
+          if (read.ends_with("end\n"))
+            break;
+        }
+      });
+      console.Flush();
+      console.ShowMessage(u"end\n");
+      console.Flush();
+      other.join();
+      Begin();
+    }
+    dup2(saved, 1);
+    std::string expected;
+    for (int n = 1; expected.size() + 4 < read.size(); ++n)
+      expected += std::to_string(n) + "\n";
+    EXPECT_EQ(read, expected + "end\n");
+    EXPECT_GT(read.size(), 60'000U) << "the pipe was full";
+    read.clear();
+  }
+  for (const int descriptor : {ends[0], ends[1], saved})
+    close(descriptor);
 }
 
 class SerialWaits : public Waits {

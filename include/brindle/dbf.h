@@ -76,6 +76,7 @@ public:
   [[nodiscard]] const CString& GetName() const noexcept { return m_strName; }
   [[nodiscard]] const CString& GetValue() const noexcept { return m_strValue; }
   void SetValue(const CString& value) noexcept { m_strValue = value; }
+  void SetValue(CString&& value) noexcept { m_strValue = std::move(value); }
 
 private:
   CString m_strName;
@@ -164,6 +165,8 @@ public:
   /// whose header gives records no length or ends behind the end of the file.
   bool AppendRecord(bool bCheck);
   bool AppendRecord(const CStringArray& values, bool bCheck);
+  /// As above; what `values` holds afterwards is of no use.
+  bool AppendRecord(CStringArray&& values, bool bCheck);
   /// Marks a record; the record count and the values stay. Leaves the position behind the record's first byte.
   bool MarkRecordAsDeleted(unsigned long nRecord);
   /// Takes the lengths of `nCount` records off the end of the file and off the record count. False when `nCount`
@@ -178,6 +181,10 @@ public:
   void GetAttributes(CStringArray& names) const;
   /// The current values, one a field.
   void GetRecordFields(CStringArray& values) const;
+  /// One current value, valid until the values change. There is such a field.
+  [[nodiscard]] const CString& GetFieldValue(int nField) const noexcept {
+    return m_pairs[static_cast<std::size_t>(nField)].GetValue();
+  }
   /// Sets the current values; entries beyond the fields are ignored. False, and nothing changes, when there are
   /// fewer entries than fields.
   bool SetRecordFields(const CStringArray& values);
@@ -230,6 +237,7 @@ private:
 
   [[nodiscard]] bool SetFileName(const CString& fileName);
   void AddField(const CDbfFieldDescriptorEx& field);
+  [[nodiscard]] bool TakeRecordFields(CStringArray& values);
   void ReadHeader();
   [[nodiscard]] bool IsCutOff() const;
   [[nodiscard]] std::uint64_t PlaceOf(std::uint64_t record) const noexcept;

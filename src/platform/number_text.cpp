@@ -37,9 +37,15 @@ void AppendPadded(CString& out, const FormatDirective& directive, std::string_vi
   const int length = static_cast<int>(sign.size() + digits.size());
   const int total = std::max(directive.width, length);
   const int missing = total - length;
+  std::array<char, 48> ascii;
+  if (before == 0 && missing == 0 && sign.size() + digits.size() <= ascii.size()) {
+    char* const middle = std::copy(sign.begin(), sign.end(), ascii.data());
+    out = CString::FromBytes({ascii.data(), std::copy(digits.begin(), digits.end(), middle)});
+    return;
+  }
   unsigned short* units = out.GetBuffer(before + total) + before;
-  const auto widen = [&units](std::string_view ascii) {
-    for (const char c : ascii)
+  const auto widen = [&units](std::string_view text) {
+    for (const char c : text)
       *units++ = static_cast<unsigned char>(c);
   };
   if (!directive.leftAligned && !zeroFill)
@@ -192,29 +198,6 @@ CString FormatFixed(double value) {
   return FromAscii(buffer.data(), result.ptr);
 }
 
-namespace {
-
-// Digits with a point among them or without; false when there is an exponent.
-bool ReadExactly(std::u16string_view text, double& value) {
-  std::uint64_t digits = 0;
-  std::size_t decimals = 0;
-  bool behindPoint = false;
-  for (const char16_t unit : text) {
-    if (unit == u'.') {
-      behindPoint = true;
-    } else if (IsDigit(unit)) {
-      digits = digits * 10 + (unit - u'0');
-      decimals += behindPoint ? 1 : 0;
-    } else {
-      return false;
-    }
-  }
-  value = static_cast<double>(digits) / kPowersOfTen[decimals];
-  return true;
-}
-
-} // namespace
-
 double ParseDouble(std::u16string_view text, std::size_t* used) {
   if (used != nullptr)
     *used = 0;
@@ -226,21 +209,22 @@ double ParseDouble(std::u16string_view text, std::size_t* used) {
   if (at < text.size() && (text[at] == u'-' || text[at] == u'+'))
     ++at;
   const std::size_t start = at;
+  std::uint64_t units = 0; // of the digits; of use when they are few
   std::size_t digits = 0;
-  while (at < text.size() && IsDigit(text[at])) {
-    ++at;
-    ++digits;
-  }
+  std::size_t decimals = 0;
+  for (; at < text.size() && IsDigit(text[at]); ++at, ++digits)
+    units = units * 10 + (text[at] - u'0');
   if (at < text.size() && text[at] == u'.') {
     std::size_t fraction = at + 1;
-    while (fraction < text.size() && IsDigit(text[fraction]))
-      ++fraction;
-    digits += fraction - at - 1;
+    for (; fraction < text.size() && IsDigit(text[fraction]); ++fraction, ++decimals)
+      units = units * 10 + (text[fraction] - u'0');
+    digits += decimals;
     if (digits > 0)
       at = fraction;
   }
   if (digits == 0)
     return 0.0;
+  bool hasExponent = false;
   if (at < text.size() && (text[at] == u'e' || text[at] == u'E')) {
     std::size_t exponent = at + 1;
     if (exponent < text.size() && (text[exponent] == u'-' || text[exponent] == u'+'))
@@ -248,14 +232,16 @@ double ParseDouble(std::u16string_view text, std::size_t* used) {
     const std::size_t firstDigit = exponent;
     while (exponent < text.size() && IsDigit(text[exponent]))
       ++exponent;
-    if (exponent > firstDigit)
+    hasExponent = exponent > firstDigit;
+    if (hasExponent)
       at = exponent;
   }
   if (used != nullptr)
     *used = at;
-  double exact = 0.0;
-  if (digits <= kExactDigits && ReadExactly(text.substr(start, at - start), exact))
+  if (digits <= kExactDigits && !hasExponent) {
+    const double exact = static_cast<double>(units) / kPowersOfTen[decimals];
     return negative ? -exact : exact;
+  }
 
   std::array<char, 64> small{};
   std::string large;
@@ -394,6 +380,9 @@ void AppendInteger(CString& out, const FormatDirective& directive, std::int64_t 
 
   std::array<char, 32> buffer;
   const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude, base);
+  if (!directive.precision && !directive.alternate && letter != u'X')
+    return AppendPadded(out, directive, isSigned ? SignOf(directive, negative) : std::string_view(),
+                        std::string_view(buffer.data(), result.ptr), directive.zeroFilled);
   std::string digits(buffer.data(), result.ptr);
   if (directive.precision == 0 && magnitude == 0)
     digits.clear();
@@ -418,6 +407,12 @@ void AppendFloating(CString& out, const FormatDirective& directive, double value
   const char style = static_cast<char>(upper ? letter - u'A' + u'a' : letter);
   const bool negative = std::signbit(value) && !std::isnan(value);
   const double magnitude = std::fabs(value);
+  if (style == 'f' && !directive.alternate && std::isfinite(value)) {
+    std::array<char, 40> quick;
+    if (const char* last = QuickFixed(magnitude, directive.precision.value_or(6), quick.data()))
+      return AppendPadded(out, directive, SignOf(directive, negative), std::string_view(quick.data(), last),
+                          directive.zeroFilled);
+  }
   std::string sign(SignOf(directive, negative));
   std::string digits;
   bool zeroFill = directive.zeroFilled;
@@ -428,14 +423,7 @@ void AppendFloating(CString& out, const FormatDirective& directive, double value
     sign += "0x";
     digits = HexadecimalDigits(magnitude, directive.precision, directive.alternate);
   } else {
-    const int precision = directive.precision.value_or(6);
-    std::array<char, 40> quick;
-    if (style == 'f' && !directive.alternate)
-      if (const char* last = QuickFixed(magnitude, precision, quick.data())) {
-        const auto length = static_cast<std::size_t>(last - quick.data());
-        return AppendPadded(out, directive, sign, std::string_view(quick.data(), length), zeroFill);
-      }
-    digits = FloatingDigits(magnitude, style, precision, directive.alternate);
+    digits = FloatingDigits(magnitude, style, directive.precision.value_or(6), directive.alternate);
   }
   if (upper) {
     MakeUpperAscii(digits);

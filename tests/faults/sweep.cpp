@@ -1,5 +1,7 @@
 #include "faults/sweep.h"
 
+#include "platform/text_blocks.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -34,6 +36,7 @@ struct Holdings {
   int interpreters = 0;
 
   static Holdings Now() {
+    [[maybe_unused]] static const bool everyTextIsAllocated = (brindle::detail::KeepNoBlocks(), true);
     Holdings now;
     now.memory = Held();
     now.descriptors =

@@ -10,6 +10,7 @@
 #include "interpreter/fast/code.h"
 #include "interpreter/fast/tape.h"
 
+#include <memory>
 #include <vector>
 
 class CBrindle;
@@ -56,6 +57,7 @@ struct FastState {
   std::uint32_t untilGiveUp = m_defaultGiveUpEvery;
   std::vector<FastFrame> frames;
   FastTape tape;
+  std::unique_ptr<CBasicVariable> spareBox;         // for the next result that is an array
   CArray<CBasicVariable, CBasicVariable> arguments; // room for those of a built-in function, all not set
 
   // Runs of a statement before it is compiled.
@@ -107,7 +109,8 @@ private:
   [[nodiscard]] Way GiveUp(const FastCell* pc, const FastCell*& resume, bool isLoop);
   [[nodiscard]] Way Leave(std::uint32_t position, const FastCell*& resume);
   [[nodiscard]] Way StepOn(const FastCell*& resume);
-  [[nodiscard]] bool CanEnter(const FastCallee& callee, const VariableSlot* inner, const VariableSlot* arguments);
+  [[nodiscard]] static bool CanEnter(const FastCallee& callee, const VariableSlot* inner,
+                                     const VariableSlot* arguments);
   void ReadLastWord();
   void FinishCall(bool isComplete);
   void ReleaseTemporaries() noexcept;

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cstring>
 
 namespace brindle {
 
@@ -48,8 +49,7 @@ FastMachine::~FastMachine() {
   // A procedure may have taken entries of its callers: each call drops what was pushed since it was made.
   for (std::size_t i = m_depth; i < m_fast.frames.size(); ++i) {
     m_state.stop = m_state.stop || m_fast.frames[i].stop;
-    if (m_state.control.size() > m_fast.frames[i].control)
-      m_state.control.resize(m_fast.frames[i].control);
+    m_state.control.shrink(m_fast.frames[i].control);
   }
   m_fast.frames.resize(m_depth);
 }
@@ -108,7 +108,7 @@ FastMachine::Way FastMachine::GiveUp(const FastCell* pc, const FastCell*& resume
   m_fast.tape.Record(std::move(values));
 
   if (statement.loop != nullptr)
-    m_state.control.pop_back();
+    m_state.control.pop();
   FastStatement& counted = statement.loop != nullptr ? *statement.loop : statement;
   if (m_fast.mode != FastMode::Eager && ++counted.bails > kMostBails && counted.entry->code == counted.first) {
     counted.entry->Forget();
@@ -170,8 +170,7 @@ void FastMachine::FinishCall(bool isComplete) {
   if (m_state.m_nScopeLevel == 2 && store.MayHoldObjects())
     m_interpreter.ObjectVariablesFree(2);
   --m_state.m_nScopeLevel;
-  if (m_state.control.size() > frame.control)
-    m_state.control.resize(frame.control);
+  m_state.control.shrink(frame.control);
   m_state.stop = m_state.stop || frame.stop;
   m_fast.frames.pop_back();
   if (!frame.IsStatement() && !hasResult)
@@ -183,9 +182,9 @@ bool FastMachine::RunBuiltIn(const FastCell* pc, VariableSlot* base) {
   // The array of the call before is taken, so that most calls allocate none; a call inside this one makes its own.
   CBasicVariableArray arguments = std::move(m_fast.arguments);
   arguments.SetSize(static_cast<int>(pc->c));
-  VariableSlot* const first = &SlotAt(base, pc->a);
-  for (std::uint32_t i = 0; i < pc->c; ++i)
-    RawValues::MoveOut(first[i], arguments[static_cast<int>(i)]);
+  VariableSlot* value = &SlotAt(base, pc->a);
+  for (CBasicVariable& argument : arguments)
+    RawValues::MoveOut(*value++, argument);
   // The handler may report: it stands where the executing parser would, before the ")".
   m_state.position = function.closing->start;
   m_state.token.token = function.closing;
@@ -199,10 +198,10 @@ bool FastMachine::RunBuiltIn(const FastCell* pc, VariableSlot* base) {
     if (!RawValues::IsPlain(RawValues::Kind(target)))
       target.Undefine();
     if (!RawValues::MoveItemFrom(target, result))
-      RawValues::MoveBoxFrom(target, std::move(result));
+      RawValues::MoveBoxFrom(target, std::move(result), m_fast.spareBox);
   }
-  for (std::uint32_t i = 0; i < pc->c; ++i)
-    if (!RawValues::Clear(arguments[static_cast<int>(i)]))
+  for (CBasicVariable& argument : arguments)
+    if (!RawValues::Clear(argument))
       return true; // it ends with the array
   m_fast.arguments = std::move(arguments);
   return true;
@@ -212,7 +211,7 @@ bool FastMachine::RunBuiltIn(const FastCell* pc, VariableSlot* base) {
 bool FastMachine::LinkLoop(FastLoop& loop, bool isNext) {
   if (m_state.control.empty())
     return false;
-  const CStackData& top = m_state.control.back();
+  const CStackData& top = m_state.control.top();
   if (top.position >= m_state.program->Length() || (isNext && top.site == nullptr))
     return false;
   FastCompiler compiler(m_interpreter);
@@ -258,21 +257,27 @@ bool IsText(const FastPart& part, const VariableSlot* base) {
 
 bool FastMachine::JoinParts(const std::vector<FastPart>& parts, VariableSlot* base, VariableSlot& target) {
   constexpr std::size_t kFew = 8;
+  struct Units { // without a first value: to clear eight views takes longer than to join two texts
+    const char16_t* first;
+    std::size_t count;
+  };
   CString fewScratches[kFew];
-  std::u16string_view fewViews[kFew];
+  Units fewUnits[kFew];
   std::vector<CString> manyScratches(parts.size() > kFew ? parts.size() : 0);
-  std::vector<std::u16string_view> manyViews(manyScratches.size());
+  std::vector<Units> manyUnits(manyScratches.size());
   CString* const scratches = parts.size() > kFew ? manyScratches.data() : fewScratches;
-  std::u16string_view* const views = parts.size() > kFew ? manyViews.data() : fewViews;
+  Units* const units = parts.size() > kFew ? manyUnits.data() : fewUnits;
 
   if (!IsText(parts.front(), base) || !RawValues::IsPlain(RawValues::Kind(target)))
     return false;
   std::size_t total = 0;
   bool inPlace = parts.front().kind == FastPart::Slot && &SlotAt(base, parts.front().slot) == &target;
   for (std::size_t i = 0; i < parts.size(); ++i) {
-    if (!PartText(parts[i], base, scratches[i], views[i]))
+    std::u16string_view view;
+    if (!PartText(parts[i], base, scratches[i], view))
       return false;
-    total += views[i].size();
+    units[i] = {view.data(), view.size()};
+    total += view.size();
     if (i > 0 && parts[i].kind == FastPart::Slot && &SlotAt(base, parts[i].slot) == &target)
       inPlace = false;
   }
@@ -280,14 +285,15 @@ bool FastMachine::JoinParts(const std::vector<FastPart>& parts, VariableSlot* ba
     return false;
   if (inPlace) {
     for (std::size_t i = 1; i < parts.size(); ++i)
-      RawValues::Text(target).Append(views[i]);
+      RawValues::Text(target).Append({units[i].first, units[i].count});
     return true;
   }
   CString joined;
   if (total > 0) {
-    unsigned short* units = joined.GetBuffer(static_cast<int>(total));
-    for (std::size_t i = 0; i < parts.size(); ++i)
-      units = std::copy(views[i].begin(), views[i].end(), units);
+    unsigned short* place = joined.GetBuffer(static_cast<int>(total));
+    for (std::size_t i = 0; i < parts.size(); place += units[i++].count)
+      if (units[i].count > 0)
+        std::memcpy(place, units[i].first, units[i].count * sizeof *place);
     joined.ReleaseBuffer(static_cast<int>(total));
   }
   RawValues::PutText(target, std::move(joined));

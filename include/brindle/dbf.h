@@ -76,6 +76,7 @@ public:
   [[nodiscard]] const CString& GetName() const noexcept { return m_strName; }
   [[nodiscard]] const CString& GetValue() const noexcept { return m_strValue; }
   void SetValue(const CString& value) noexcept { m_strValue = value; }
+  void SetValue(CString&& value) noexcept { m_strValue = std::move(value); }
 
 private:
   CString m_strName;
@@ -178,6 +179,10 @@ public:
   void GetAttributes(CStringArray& names) const;
   /// The current values, one a field.
   void GetRecordFields(CStringArray& values) const;
+  /// One current value, valid until the values change. There is such a field.
+  [[nodiscard]] const CString& GetFieldValue(int nField) const noexcept {
+    return m_pairs[static_cast<std::size_t>(nField)].GetValue();
+  }
   /// Sets the current values; entries beyond the fields are ignored. False, and nothing changes, when there are
   /// fewer entries than fields.
   bool SetRecordFields(const CStringArray& values);

@@ -103,6 +103,8 @@ public:
   CString& operator=(const char* text) { return *this = CString(text); }
 
   [[nodiscard]] static CString FromUtf8(std::string_view text);
+  /// Each byte becomes the unit of its value: for ASCII text.
+  [[nodiscard]] static CString FromBytes(std::string_view bytes);
   /// UTF-8; a lone surrogate becomes U+FFFD.
   [[nodiscard]] std::string ToUtf8() const;
 

@@ -43,7 +43,10 @@ public:
   /// Copies the value, not the text buffer.
   CVarBase(const CVarBase& other) : m_kind(VT_EMPTY) { CopyValue(other); }
   CVarBase(CVarBase&& other) noexcept : m_kind(VT_EMPTY) { Take(other); }
-  ~CVarBase() { Clear(); }
+  ~CVarBase() {
+    if (m_kind > VT_R8) // numbers, and nothing, have no end
+      Clear();
+  }
 
   void SetValue(const unsigned short* text) { SetValue(CString(text)); }
   void SetValue(const char16_t* text) { SetValue(CString(text)); }
@@ -97,9 +100,10 @@ public:
   void ReleaseStringBuffer();
 
 protected:
-  // Kinds that never reach a host: an item with a text buffer beside its value, and the two states of a
-  // variable's slot in the store.
-  enum : std::uint16_t { kSlotUndefined = VT_NULL, kSlotBoxed = 0xFFF0, kBuffered = 0xFFF1 };
+  // Kinds that never reach a host: a variable's slot in the store that is undefined, an object, a slot whose
+  // variable stands elsewhere, an item with a text buffer beside its value. The last three are the highest:
+  // what is below them can be overwritten without anybody noticing.
+  enum : std::uint16_t { kSlotUndefined = VT_NULL, kObject = 0xFFEF, kSlotBoxed = 0xFFF0, kBuffered = 0xFFF1 };
   struct Buffered;
 
   void Clear() noexcept;
@@ -194,11 +198,11 @@ public:
   [[nodiscard]] int GetNumItems() const noexcept { return m_items.Count(); }
   /// True for two items and more: an array of one item is a scalar.
   [[nodiscard]] bool IsArray() const noexcept { return m_items.Count() > 1; }
-  [[nodiscard]] int GetCurIndex() const noexcept { return m_nCurIndex; }
+  [[nodiscard]] int GetCurIndex() const noexcept { return m_items.m_nCurrent; }
   /// Ignored unless 0 <= index < GetNumItems().
   void SetCurIndex(int index) noexcept {
     if (index >= 0 && index < m_items.Count())
-      m_nCurIndex = index;
+      m_items.m_nCurrent = index;
   }
 
   /// Appends an item that is not set and returns its index.
@@ -256,8 +260,8 @@ private:
   class ItemList {
   public:
     friend struct brindle::RawValues;
-    ItemList() noexcept : m_first() {}
-    explicit ItemList(CVarBase&& item) noexcept : m_first(std::move(item)) {}
+    ItemList() noexcept : m_nCapacity(1), m_isWatched(0), m_first() {}
+    explicit ItemList(CVarBase&& item) noexcept : m_nCapacity(1), m_isWatched(0), m_first(std::move(item)) {}
     ItemList(ItemList&& other) noexcept;
     ItemList& operator=(ItemList&& other) noexcept;
     ~ItemList();
@@ -267,15 +271,25 @@ private:
     void Resize(int count);
     void Add(CVarBase&& item);
     void Assign(const ItemList& other);
+    // From now on no item is to be written without its variable knowing.
+    void Watch() noexcept {
+      m_isWatched = 1;
+      NoteDirect();
+    }
+
+    int m_nCurrent = 0;
 
   private:
     [[nodiscard]] CVarBase* Data() noexcept { return m_nCapacity == 1 ? &m_first : m_pHeap; }
     [[nodiscard]] const CVarBase* Data() const noexcept { return m_nCapacity == 1 ? &m_first : m_pHeap; }
     void Reserve(int capacity);
     void Destroy() noexcept;
+    void NoteDirect() noexcept { m_nDirect = m_nCapacity == 1 || m_isWatched != 0 ? 0U : static_cast<unsigned>(m_nCount); }
 
+    unsigned m_nDirect = 0; // how many of the first items can be written in place: none, or all
     int m_nCount = 1;
-    int m_nCapacity = 1;
+    unsigned m_nCapacity : 31;
+    unsigned m_isWatched : 1;
     union {
       CVarBase m_first;
       CVarBase* m_pHeap;
@@ -288,8 +302,8 @@ private:
     CStringArray fieldNames;
   };
 
-  [[nodiscard]] CVarBase& Current() noexcept { return m_items.At(m_nCurIndex); }
-  [[nodiscard]] const CVarBase& Current() const noexcept { return m_items.At(m_nCurIndex); }
+  [[nodiscard]] CVarBase& Current() noexcept { return m_items.At(m_items.m_nCurrent); }
+  [[nodiscard]] const CVarBase& Current() const noexcept { return m_items.At(m_items.m_nCurrent); }
   [[nodiscard]] bool IsSet() const noexcept { return m_items.Count() > 1 || m_items.At(0).IsSet(); }
   [[nodiscard]] bool HasItem(int index) const noexcept { return index >= 0 && index < m_items.Count(); }
   int AppendItem(CVarBase&& item);
@@ -302,6 +316,5 @@ private:
   void ThrowChange();
 
   ItemList m_items;
-  int m_nCurIndex = 0;
   std::unique_ptr<Extra> m_pExtra;
 };

@@ -41,8 +41,7 @@ struct CBrindle::ProcedureScope {
     m_state.atStatement = m_record.hasPlace;
     m_state.m_nScopeLevel = m_level;
     m_state.positions.resize(m_positions);
-    if (m_state.control.size() > m_control)
-      m_state.control.resize(m_control);
+    m_state.control.shrink(m_control);
     m_state.program = m_program;
     m_state.position = m_position;
     m_state.token = m_token;

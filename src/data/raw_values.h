@@ -22,12 +22,19 @@ struct RawValues {
     kTruth = VT_BOOL,
     kText = VT_BSTR,
     kEmpty = VT_EMPTY,
-    kObject = VT_DISPATCH,
+    kObject = CVarBase::kObject,
     kUndefined = CVarBase::kSlotUndefined,
     kBoxed = CVarBase::kSlotBoxed
   };
 
   [[nodiscard]] static std::uint16_t Kind(const VariableSlot& slot) noexcept { return slot.m_kind; }
+  // The kind, read once more: the first reading is then a single comparison in memory.
+  [[nodiscard]] static std::uint16_t KindAgain(const CVarBase& item) noexcept {
+    return *const_cast<const volatile std::uint16_t*>(&item.m_kind);
+  }
+  [[nodiscard]] static std::uint16_t KindAgain(const VariableSlot& slot) noexcept {
+    return KindAgain(static_cast<const CVarBase&>(slot));
+  }
   [[nodiscard]] static double& Double(VariableSlot& slot) noexcept { return slot.m_double; }
   [[nodiscard]] static double Double(const VariableSlot& slot) noexcept { return slot.m_double; }
   [[nodiscard]] static double Double(const CVarBase& item) noexcept { return item.m_double; }
@@ -39,10 +46,21 @@ struct RawValues {
 
   // Whether a slot can be overwritten without anybody noticing.
   [[nodiscard]] static bool IsPlain(std::uint16_t kind) noexcept {
-    constexpr std::uint32_t kPlain =
-        1U << kNumber | 1U << kUndefined | 1U << kInteger | 1U << kEmpty | 1U << kTruth | 1U << kText;
-    return kind < 32 && (kPlain >> kind & 1U) != 0;
+    return kind < kObject;
   }
+  // The same question for several slots at once.
+  class KindsOf {
+  public:
+    explicit KindsOf(const VariableSlot& slot) noexcept : m_kinds(slot.m_kind) {}
+    void Add(const VariableSlot& slot) noexcept { m_kinds |= slot.m_kind; }
+    [[nodiscard]] bool ArePlain() const noexcept { return m_kinds < kLeastOther; }
+
+  private:
+    // The plain kinds have no bit of this, the others all.
+    static constexpr unsigned kLeastOther = 0x8000;
+    static_assert(kObject >= kLeastOther && kText < kLeastOther);
+    unsigned m_kinds;
+  };
   static void DropText(VariableSlot& slot) noexcept {
     if (slot.m_kind == kText)
       slot.m_text.~CString();
@@ -167,25 +185,35 @@ struct RawValues {
   [[nodiscard]] static CVarBase* ItemAt(const VariableSlot& slot, double index) noexcept {
     if (slot.m_kind != kBoxed) [[unlikely]]
       return nullptr;
-    CBasicVariable& variable = *static_cast<CBasicVariable*>(slot.m_pBox);
+    CBasicVariable::ItemList& items = static_cast<CBasicVariable*>(slot.m_pBox)->m_items;
     const std::int32_t at = TruncateIndex(index);
-    // Items of arrays are on the heap; a negative index is a large one here.
-    if (static_cast<std::uint32_t>(at) >= static_cast<std::uint32_t>(variable.m_items.m_nCount) ||
-        variable.m_items.m_nCapacity == 1) [[unlikely]]
-      return nullptr;
-    variable.m_nCurIndex = at;
-    CVarBase* const item = variable.m_items.m_pHeap + at;
+    if (static_cast<std::uint32_t>(at) >= items.m_nDirect) [[unlikely]] // a negative index is a large one here
+      return ItemOfWatched(items, at);
+    items.m_nCurrent = at;
+    CVarBase* const item = items.m_pHeap + at;
     if (item == nullptr)
       __builtin_unreachable(); // so that the caller's test for null is the one above
     return item;
   }
+  // The same where the items may be read in place, but not written.
+  [[nodiscard, gnu::noinline]] static CVarBase* ItemOfWatched(CBasicVariable::ItemList& items,
+                                                              std::int32_t at) noexcept {
+    if (at < 0 || at >= items.m_nCount || items.m_nCapacity == 1)
+      return nullptr;
+    items.m_nCurrent = at;
+    return items.m_pHeap + at;
+  }
   // Writes an array's item, which becomes the current one. False, and unchanged, when the index is outside, when
   // somebody watches the variable, and for values that are no plain scalars.
   [[nodiscard]] static bool SetItem(const VariableSlot& array, double index, double number) noexcept {
-    CVarBase* const item =
-        array.m_kind == kBoxed && array.Contents()->m_pExtra == nullptr ? ItemAt(array, index) : nullptr;
-    if (item == nullptr)
+    if (array.m_kind != kBoxed) [[unlikely]]
       return false;
+    CBasicVariable::ItemList& items = static_cast<CBasicVariable*>(array.m_pBox)->m_items;
+    const std::int32_t at = TruncateIndex(index);
+    if (static_cast<std::uint32_t>(at) >= items.m_nDirect) [[unlikely]]
+      return false;
+    items.m_nCurrent = at;
+    CVarBase* const item = items.m_pHeap + at;
     if (item->m_kind != kNumber) {
       if (!IsPlain(item->m_kind))
         return false;
@@ -201,7 +229,7 @@ struct RawValues {
       return SetItem(array, index, value.m_double);
     if (value.m_kind == kUndefined || !IsPlain(value.m_kind) || !SetItem(array, index, 0.0))
       return false;
-    CVarBase& item = array.Contents()->m_items.At(array.Contents()->m_nCurIndex);
+    CVarBase& item = array.Contents()->m_items.At(array.Contents()->m_items.m_nCurrent);
     item.m_kind = value.m_kind;
     if (value.m_kind == kText)
       ::new (&item.m_text) CString(value.m_text);
@@ -250,7 +278,6 @@ struct RawValues {
         return false;
       // In place: somebody may hold the variable's address.
       target.m_items = std::move(source.m_items);
-      target.m_nCurIndex = source.m_nCurIndex;
       target.m_userData = source.m_userData;
       from.Undefine();
       return true;
@@ -268,8 +295,10 @@ struct RawValues {
     if (variable.m_items.m_nCapacity != 1 || variable.m_pExtra != nullptr || variable.m_userData != 0 ||
         !IsPlain(variable.m_items.m_first.m_kind))
       return false;
-    variable.m_items.m_first.Clear();
-    variable.m_nCurIndex = 0;
+    if (variable.m_items.m_first.m_kind == kText)
+      variable.m_items.m_first.m_text.~CString();
+    variable.m_items.m_first.m_kind = kEmpty;
+    variable.m_items.m_nCurrent = 0;
     return true;
   }
   // A plain scalar out of a value into a plain slot; false when it is more than that.

@@ -19,7 +19,7 @@ void VariableSlot::DefineEmpty() noexcept {
 }
 
 bool VariableSlot::HoldsObject() const noexcept {
-  return IsBoxed() ? Contents()->HoldsObject() : m_kind == VT_DISPATCH;
+  return IsBoxed() ? Contents()->HoldsObject() : m_kind == kObject;
 }
 
 void VariableSlot::ReleaseObject() {

@@ -94,8 +94,8 @@ VariableSlot& VariableStore::LocalSlot(int number, int level) {
 
 // With room for every name; by half as much again where a program makes names all the time.
 VariableSlot* VariableStore::MakeFrame(int level) {
-  if (static_cast<std::size_t>(level) >= m_frames.size())
-    m_frames.resize(static_cast<std::size_t>(level) + 1);
+  if (static_cast<std::size_t>(level) + 2 > m_frames.size())
+    m_frames.resize(static_cast<std::size_t>(level) + 2);
   Frame& frame = m_frames[static_cast<std::size_t>(level)];
   const std::size_t count = std::max(m_nFrameSize, frame.count + frame.count / 2);
   auto slots = std::make_unique<VariableSlot[]>(count);

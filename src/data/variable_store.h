@@ -73,6 +73,11 @@ public:
     const auto at = static_cast<std::size_t>(level);
     return at < m_frames.size() && m_frames[at].count >= m_nFrameSize ? m_frames[at].slots.get() : MakeFrame(level);
   }
+  // The same for the level above one whose frame was asked for.
+  [[nodiscard]] VariableSlot* FrameAbove(int level) {
+    const Frame& frame = m_frames[static_cast<std::size_t>(level) + 1];
+    return frame.count >= m_nFrameSize ? frame.slots.get() : MakeFrame(level + 1);
+  }
   // A frame stays where it is as long as this does not change.
   [[nodiscard]] std::size_t FrameSize() const noexcept { return m_nFrameSize; }
   // The slot of a local within its frame. From now on a global of that name makes compiled statements stale.
@@ -114,7 +119,7 @@ private:
 
   std::vector<Name> m_names;
   std::unordered_map<CString, int> m_numbers;
-  std::vector<Frame> m_frames; // by level; a variable stands behind the temporaries
+  std::vector<Frame> m_frames; // by level, and a level more; a variable stands behind the temporaries
   std::size_t m_nFrameSize = kTemporaries;
   unsigned m_nLayout = 0;
   bool m_mayHoldObjects = false;

@@ -6,8 +6,9 @@
 using namespace brindle;
 
 bool CBrindle::PushToStack(const CStackData& entry) {
-  m_pState->control.push_back(entry);
-  m_pState->control.back().inUse = true;
+  CStackData pushed = entry;
+  pushed.inUse = true;
+  m_pState->control.push(std::move(pushed));
   return true;
 }
 
@@ -18,8 +19,7 @@ bool CBrindle::PushToStack(const CString& name, double value, unsigned long posi
 bool CBrindle::PopFromStack(CStackData& out) {
   if (m_pState->control.empty())
     return false;
-  out = std::move(m_pState->control.back());
-  m_pState->control.pop_back();
+  out = m_pState->control.Take();
   return true;
 }
 
@@ -58,7 +58,7 @@ bool CBrindle::ExecNext() {
   if (counter == nullptr || counter->CurrentItem().GetDoubleValue() > loop.value)
     return true;
   const std::uint32_t body = loop.position;
-  m_pState->control.push_back(std::move(loop));
+  m_pState->control.push(std::move(loop));
   if (body < m_pState->program->Length())
     m_pState->position = body;
   return true;

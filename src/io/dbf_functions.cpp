@@ -52,18 +52,11 @@ int CreateTable(FileFormatTable& tables, const CString& name, std::vector<CDbfFi
   return created ? tables.Add(std::move(object)) : kNoHandle;
 }
 
-void AppendItems(CBasicVariable& result, const CStringArray& texts) {
-  for (const CString& text : texts)
-    result.AddItem(text);
-}
-
 // The values of one record among the arguments, from `first` on; those beyond the table's fields are left out.
-CStringArray ValuesOf(const CBasicVariableArray& args, int first, int count) {
-  CStringArray values;
-  values.Reserve(count);
+void ValuesOf(const CBasicVariableArray& args, int first, int count, CStringArray& values) {
+  values.SetSize(count);
   for (int i = 0; i < count; ++i)
-    values.Add(args[first + i].GetStringValue());
-  return values;
+    values[i] = args[first + i].GetStringValue();
 }
 
 } // namespace
@@ -126,9 +119,8 @@ bool CBrindle::ExecDBFOperation(CBasicVariable& result, Arguments& args, FUNCTIO
   case FUNCTION_DBFREAD: {
     // Deliberate: past the last record the values of the one read before come again
     table->ReadRecord();
-    CStringArray values;
-    table->GetRecordFields(values);
-    AppendItems(result, values);
+    for (int field = 0; field < table->GetNumFields(); ++field)
+      result.AddItem(table->GetFieldValue(field));
     return true;
   }
   case FUNCTION_DBFWRITE:
@@ -139,7 +131,8 @@ bool CBrindle::ExecDBFOperation(CBasicVariable& result, Arguments& args, FUNCTIO
       ReportError(kErrorParameterCount);
       return true; // Deliberate: reported, but not a failure
     }
-    const CStringArray values = ValuesOf(args, firstValue, count);
+    CStringArray& values = tables.Scratch();
+    ValuesOf(args, firstValue, count, values);
     result.SetValue(type == FUNCTION_DBFWRITE ? table->WriteRecord(RecordNumber(args[1]), values, true)
                                               : table->AppendRecord(values, true));
     return true;
@@ -151,7 +144,8 @@ bool CBrindle::ExecDBFOperation(CBasicVariable& result, Arguments& args, FUNCTIO
   case FUNCTION_DBFFIELDNAMES: {
     CStringArray names;
     table->GetAttributes(names);
-    AppendItems(result, names);
+    for (const CString& name : names)
+      result.AddItem(name);
     return true;
   }
   default: return false;

@@ -59,8 +59,9 @@ bool CDbf::ReadRecord() {
 }
 
 void CDbf::StoreValues(std::string_view fieldBytes) {
+  const bool isAscii = m_pPage->AreAscii(fieldBytes);
   // In a page of single bytes a field has the same place in the decoded record.
-  const bool decodeAtOnce = m_pPage->IsSingleByte();
+  const bool decodeAtOnce = !isAscii && m_pPage->IsSingleByte();
   m_strDecoded.clear();
   if (decodeAtOnce)
     m_pPage->DecodeTo(fieldBytes, m_strDecoded);
@@ -71,8 +72,12 @@ void CDbf::StoreValues(std::string_view fieldBytes) {
     const CDbfFieldDescriptorEx& field = m_descriptors[i];
     const std::size_t start = std::min(offset, fieldBytes.size());
     const std::string_view bytes = fieldBytes.substr(start, field.m_nLength);
-    m_pairs[i].SetValue(decodeAtOnce ? CString(decoded.substr(start, TextLength(bytes, field.m_nType)))
-                                     : FieldText(bytes, field.m_nType, *m_pPage));
+    if (isAscii)
+      m_pairs[i].SetValue(CString::FromBytes(bytes.substr(0, TextLength(bytes, field.m_nType))));
+    else if (decodeAtOnce)
+      m_pairs[i].SetValue(CString(decoded.substr(start, TextLength(bytes, field.m_nType))));
+    else
+      m_pairs[i].SetValue(FieldText(bytes, field.m_nType, *m_pPage));
     offset += field.m_nLength;
   }
 }
@@ -129,13 +134,17 @@ void CDbf::EncodeRecord(bool check, std::string_view found) {
   for (std::size_t i = 0; i < m_pairs.size() && offset < record.size(); ++i) {
     const CDbfFieldDescriptorEx& field = m_descriptors[i];
     const std::size_t room = std::min<std::size_t>(field.m_nLength, record.size() - offset);
-    const CString& value = m_pairs[i].GetValue();
-    const CString stored = check ? CheckFieldFormat(value, &field) : value;
+    CString checked;
+    if (check)
+      checked = CheckFieldFormat(m_pairs[i].GetValue(), &field);
+    const CString& stored = check ? checked : m_pairs[i].GetValue();
     const bool isThere = field.m_nType == DBF_UNKNOWN && found.size() == record.size() &&
                          FieldText(found.substr(offset, room), field.m_nType, *m_pPage) == stored;
+    char* const place = record.data() + offset;
     if (isThere) {
       record.replace(offset, room, found, offset, room);
-    } else {
+    } else if (!m_pPage->EncodeAscii(stored.View().substr(0, room), place)) {
+      std::fill_n(place, room, ' ');
       m_pPage->EncodedPrefix(stored.View(), room, m_strField);
       record.replace(offset, m_strField.size(), m_strField);
     }

@@ -69,6 +69,8 @@ public:
     return true;
   }
   void CloseAll() noexcept { m_objects.clear(); }
+  // Room for the values of a record that is to be written.
+  [[nodiscard]] CStringArray& Scratch() noexcept { return m_scratch; }
 
 private:
   [[nodiscard]] bool IsInUse(int handle) const noexcept {
@@ -76,6 +78,7 @@ private:
   }
 
   std::vector<std::unique_ptr<CFileFormatObj>> m_objects;
+  CStringArray m_scratch;
 };
 
 } // namespace brindle

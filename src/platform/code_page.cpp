@@ -233,6 +233,19 @@ bool CodePage::IsAsciiBased() const noexcept {
   return this == &Utf8() || this == &Windows1252();
 }
 
+bool CodePage::EncodeAscii(std::u16string_view text, char* bytes) const noexcept {
+  unsigned units = 0;
+  for (const char16_t unit : text) {
+    units |= unit;
+    *bytes++ = static_cast<char>(unit);
+  }
+  return units < 0x80 && IsAsciiBased();
+}
+
+bool CodePage::AreAscii(std::string_view bytes) const noexcept {
+  return AsciiRun(bytes) == bytes.size() && IsAsciiBased();
+}
+
 const CodePage& CodePage::Utf8() noexcept {
   static Immortal<Utf8Page> page;
   return page.Get();

@@ -38,6 +38,11 @@ public:
 
   // Whether bytes below 0x80 are always the characters of those codes; false where it is not known.
   [[nodiscard]] bool IsAsciiBased() const noexcept;
+  // Writes a text that is all ASCII to `bytes`, a byte for a unit. False for any other text, and when it is not
+  // known how ASCII is written: then what stands there means nothing.
+  [[nodiscard]] bool EncodeAscii(std::u16string_view text, char* bytes) const noexcept;
+  // Whether each of the bytes is certain to be the character of its code.
+  [[nodiscard]] bool AreAscii(std::string_view bytes) const noexcept;
   [[nodiscard]] bool IsSingleByte() const noexcept { return m_bSingleByte; }
   [[nodiscard]] const std::string& Name() const noexcept { return m_strName; }
 

@@ -394,6 +394,9 @@ void AppendInteger(CString& out, const FormatDirective& directive, std::int64_t 
 
   std::array<char, 32> buffer;
   const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude, base);
+  if (!directive.precision && !directive.alternate && letter != u'X')
+    return AppendPadded(out, directive, isSigned ? SignOf(directive, negative) : std::string_view(),
+                        std::string_view(buffer.data(), result.ptr), directive.zeroFilled);
   std::string digits(buffer.data(), result.ptr);
   if (directive.precision == 0 && magnitude == 0)
     digits.clear();
@@ -418,6 +421,12 @@ void AppendFloating(CString& out, const FormatDirective& directive, double value
   const char style = static_cast<char>(upper ? letter - u'A' + u'a' : letter);
   const bool negative = std::signbit(value) && !std::isnan(value);
   const double magnitude = std::fabs(value);
+  if (style == 'f' && !directive.alternate && std::isfinite(value)) {
+    std::array<char, 40> quick;
+    if (const char* last = QuickFixed(magnitude, directive.precision.value_or(6), quick.data()))
+      return AppendPadded(out, directive, SignOf(directive, negative), std::string_view(quick.data(), last),
+                          directive.zeroFilled);
+  }
   std::string sign(SignOf(directive, negative));
   std::string digits;
   bool zeroFill = directive.zeroFilled;
@@ -428,14 +437,7 @@ void AppendFloating(CString& out, const FormatDirective& directive, double value
     sign += "0x";
     digits = HexadecimalDigits(magnitude, directive.precision, directive.alternate);
   } else {
-    const int precision = directive.precision.value_or(6);
-    std::array<char, 40> quick;
-    if (style == 'f' && !directive.alternate)
-      if (const char* last = QuickFixed(magnitude, precision, quick.data())) {
-        const auto length = static_cast<std::size_t>(last - quick.data());
-        return AppendPadded(out, directive, sign, std::string_view(quick.data(), length), zeroFill);
-      }
-    digits = FloatingDigits(magnitude, style, precision, directive.alternate);
+    digits = FloatingDigits(magnitude, style, directive.precision.value_or(6), directive.alternate);
   }
   if (upper) {
     MakeUpperAscii(digits);

@@ -104,6 +104,21 @@ CString CString::FromUtf8(std::string_view text) {
   return CString(brindle::CodePage::Utf8().Decode(text));
 }
 
+CString CString::FromBytes(std::string_view bytes) {
+  CString text;
+  if (bytes.empty())
+    return text;
+  if (bytes.size() > static_cast<std::size_t>(kMaxLength))
+    throw std::length_error("text too long");
+  text.m_pBlock = MakeBlock(static_cast<int>(bytes.size()));
+  char16_t* units = text.m_pBlock->Units();
+  for (const char byte : bytes)
+    *units++ = static_cast<unsigned char>(byte);
+  *units = 0;
+  text.m_pBlock->length = static_cast<int>(bytes.size());
+  return text;
+}
+
 std::string CString::ToUtf8() const {
   return brindle::CodePage::Utf8().Encode(View());
 }

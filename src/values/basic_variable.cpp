@@ -15,20 +15,27 @@ constexpr int kRedimLimit = 16000; // the first size that Redim no longer takes
 } // namespace
 
 CBasicVariable::ItemList::ItemList(ItemList&& other) noexcept
-    : m_nCount(other.m_nCount), m_nCapacity(other.m_nCapacity) {
+    : m_nCurrent(std::exchange(other.m_nCurrent, 0)), m_nCount(other.m_nCount), m_nCapacity(other.m_nCapacity),
+      m_isWatched(0) {
   if (m_nCapacity == 1) {
     std::construct_at(&m_first, std::move(other.m_first));
   } else {
     m_pHeap = other.m_pHeap;
-    other.m_nCount = other.m_nCapacity = 1;
+    other.m_nCount = 1;
+    other.m_nCapacity = 1;
     std::construct_at(&other.m_first);
+    other.NoteDirect();
+    NoteDirect();
   }
 }
 
 CBasicVariable::ItemList& CBasicVariable::ItemList::operator=(ItemList&& other) noexcept {
   if (this != &other) {
+    const bool isWatched = m_isWatched != 0;
     std::destroy_at(this);
     std::construct_at(this, std::move(other));
+    if (isWatched)
+      Watch();
   }
   return *this;
 }
@@ -47,13 +54,15 @@ void CBasicVariable::ItemList::Destroy() noexcept {
 }
 
 void CBasicVariable::ItemList::Reserve(int capacity) {
-  if (capacity <= m_nCapacity)
+  const auto wanted = static_cast<unsigned>(capacity);
+  if (wanted <= m_nCapacity)
     return;
-  CVarBase* heap = brindle::AccountedAllocator<CVarBase>().allocate(static_cast<std::size_t>(capacity));
+  CVarBase* heap = brindle::AccountedAllocator<CVarBase>().allocate(wanted);
   std::uninitialized_move_n(Data(), m_nCount, heap);
   Destroy();
   m_pHeap = heap;
-  m_nCapacity = capacity;
+  m_nCapacity = wanted & 0x7FFFFFFF;
+  NoteDirect();
 }
 
 void CBasicVariable::ItemList::Resize(int count) {
@@ -63,18 +72,21 @@ void CBasicVariable::ItemList::Resize(int count) {
                                        std::make_move_iterator(Data() + m_nCount));
     std::destroy(Data() + count, Data() + m_nCount);
     m_nCount = count;
+    NoteDirect();
     return;
   }
   Reserve(count);
   std::uninitialized_value_construct(Data() + m_nCount, Data() + count);
   m_nCount = count;
+  NoteDirect();
 }
 
 void CBasicVariable::ItemList::Add(CVarBase&& item) {
-  if (m_nCount == m_nCapacity)
-    Reserve(m_nCapacity + m_nCapacity / 2 + 4);
+  if (static_cast<unsigned>(m_nCount) == m_nCapacity)
+    Reserve(m_nCount + m_nCount / 2 + 4);
   std::construct_at(Data() + m_nCount, std::move(item));
   ++m_nCount;
+  NoteDirect();
 }
 
 void CBasicVariable::ItemList::Assign(const ItemList& other) {
@@ -84,13 +96,16 @@ void CBasicVariable::ItemList::Assign(const ItemList& other) {
 }
 
 CBasicVariable::CBasicVariable(const CBasicVariable& other)
-    : m_userData(other.m_userData), m_nCurIndex(other.m_nCurIndex) {
+    : m_userData(other.m_userData) {
   m_items.Assign(other.m_items);
+  m_items.m_nCurrent = other.m_items.m_nCurrent;
 }
 
 CBasicVariable::CBasicVariable(CBasicVariable&& other) noexcept
-    : m_userData(other.m_userData), m_items(std::move(other.m_items)), m_nCurIndex(std::exchange(other.m_nCurIndex, 0)),
-      m_pExtra(std::move(other.m_pExtra)) {}
+    : m_userData(other.m_userData), m_items(std::move(other.m_items)), m_pExtra(std::move(other.m_pExtra)) {
+  if (m_pExtra != nullptr)
+    m_items.Watch();
+}
 
 CBasicVariable::~CBasicVariable() = default;
 
@@ -174,7 +189,7 @@ int CBasicVariable::AddItem() {
 
 int CBasicVariable::AddItem(const CBasicVariable& source) {
   // Deliberate: the index is this variable's, not the source's.
-  return AppendItem(source.HasItem(m_nCurIndex) ? CVarBase(source.m_items.At(m_nCurIndex)) : CVarBase());
+  return AppendItem(source.HasItem(m_items.m_nCurrent) ? CVarBase(source.m_items.At(m_items.m_nCurrent)) : CVarBase());
 }
 
 int CBasicVariable::AppendItem(CVarBase&& item) {
@@ -183,7 +198,11 @@ int CBasicVariable::AppendItem(CVarBase&& item) {
     m_items.Add(std::move(item));
     index = m_items.Count() - 1;
   } else {
-    m_items.At(0).SetValue(item);
+    CVarBase& first = m_items.At(0);
+    if (first.m_kind == VT_EMPTY)
+      first.Take(item);
+    else
+      first.SetValue(item); // one that somebody asked a text buffer of
   }
   OnChange();
   return index;
@@ -199,7 +218,7 @@ void CBasicVariable::Redim(int size) {
     m_items.Resize(size);
     DropFieldNames(size);
   }
-  m_nCurIndex = 0;
+  m_items.m_nCurrent = 0;
   OnChange();
 }
 
@@ -207,7 +226,7 @@ void CBasicVariable::Set(const CBasicVariable& source) {
   if (this != &source) {
     m_items.Assign(source.m_items);
     DropFieldNames(0);
-    m_nCurIndex = source.m_nCurIndex;
+    m_items.m_nCurrent = source.m_items.m_nCurrent;
     m_userData = source.m_userData;
   }
   OnChange();
@@ -216,16 +235,18 @@ void CBasicVariable::Set(const CBasicVariable& source) {
 void CBasicVariable::Set(const CVarBase& item) {
   if (m_items.Count() > 1)
     m_items.Resize(1);
-  m_nCurIndex = 0;
+  m_items.m_nCurrent = 0;
   m_items.At(0).SetValue(item);
   DropFieldNames(0);
   OnChange();
 }
 
 bool CBasicVariable::HoldsObject() const noexcept {
-  for (int i = 0; i < m_items.Count(); ++i)
-    if (m_items.At(i).GetType() == BVT_OBJECT)
+  for (int i = 0; i < m_items.Count(); ++i) {
+    const CVarBase& item = m_items.At(i);
+    if (item.m_kind >= CVarBase::kObject && item.GetType() == BVT_OBJECT)
       return true;
+  }
   return false;
 }
 
@@ -237,6 +258,7 @@ void CBasicVariable::ReleaseStringBuffer() {
 CBasicVariable::Extra& CBasicVariable::MakeExtra() {
   if (m_pExtra == nullptr)
     m_pExtra = std::make_unique<Extra>();
+  m_items.Watch();
   return *m_pExtra;
 }
 
@@ -246,7 +268,7 @@ void CBasicVariable::DropFieldNames(int from) {
 }
 
 void CBasicVariable::SetFieldName(const CString& name) {
-  MakeExtra().fieldNames.SetAtGrow(m_nCurIndex, name);
+  MakeExtra().fieldNames.SetAtGrow(m_items.m_nCurrent, name);
 }
 
 bool CBasicVariable::SetCurField(const CString& name) {
@@ -254,7 +276,7 @@ bool CBasicVariable::SetCurField(const CString& name) {
   const int named = m_pExtra == nullptr ? 0 : m_pExtra->fieldNames.GetSize();
   for (int i = 0; i < m_items.Count(); ++i) {
     if (name.CompareNoCase(i < named ? m_pExtra->fieldNames[i] : CString()) == 0) {
-      m_nCurIndex = i;
+      m_items.m_nCurrent = i;
       return true;
     }
   }

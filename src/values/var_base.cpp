@@ -33,7 +33,7 @@ void CVarBase::Clear() noexcept {
   const std::uint16_t kind = std::exchange(m_kind, std::uint16_t{VT_EMPTY});
   switch (kind) {
   case VT_BSTR: m_text.~CString(); break;
-  case VT_DISPATCH:
+  case kObject:
     try {
       if (m_pObject != nullptr)
         m_pObject->Release();
@@ -72,7 +72,7 @@ void CVarBase::CopyValue(const CVarBase& other) {
   case VT_BOOL: fresh.m_integer = source.m_integer; break;
   case VT_R8: fresh.m_double = source.m_double; break;
   case VT_BSTR: ::new (&fresh.m_text) CString(source.m_text); break;
-  case VT_DISPATCH:
+  case kObject:
     fresh.m_pObject = source.m_pObject;
     if (fresh.m_pObject != nullptr)
       fresh.m_pObject->AddRef();
@@ -116,7 +116,7 @@ void CVarBase::SetValue(bool truth) {
 void CVarBase::SetValue(IDispatch* const object) {
   CVarBase fresh;
   fresh.m_pObject = object;
-  fresh.m_kind = VT_DISPATCH;
+  fresh.m_kind = kObject;
   if (object != nullptr)
     object->AddRef();
   Replace(std::move(fresh));
@@ -169,7 +169,7 @@ BASICVARTYPE CVarBase::GetType() const noexcept {
   case VT_R8:
   case VT_BOOL: return BVT_NUMBER;
   case VT_BSTR: return BVT_STRING;
-  case VT_DISPATCH: return BVT_OBJECT;
+  case kObject: return BVT_OBJECT;
   default: return BVT_NONE;
   }
 }
@@ -181,7 +181,7 @@ CString CVarBase::GetStringValue() const {
   case VT_R8: return brindle::FormatFixed(value.m_double);
   case VT_BSTR: return value.m_text;
   case VT_BOOL: return TextOfTruth(value.m_integer != 0);
-  case VT_DISPATCH: return brindle::FormatInteger(LowWordOf(value.m_pObject));
+  case kObject: return brindle::FormatInteger(LowWordOf(value.m_pObject));
   default: return CString();
   }
 }
@@ -193,7 +193,7 @@ double CVarBase::GetDoubleValue() const noexcept {
   case VT_I4: return value.m_integer;
   case VT_BSTR: return brindle::ParseDouble(value.m_text.View());
   case VT_BOOL: return value.m_integer != 0 ? 1.0 : 0.0;
-  case VT_DISPATCH: return LowWordOf(value.m_pObject);
+  case kObject: return LowWordOf(value.m_pObject);
   default: return 0.0;
   }
 }
@@ -205,14 +205,14 @@ long CVarBase::GetLongValue() const noexcept {
   case VT_R8: return brindle::ToInt32(value.m_double);
   case VT_BSTR: return brindle::ParseInteger(value.m_text.View());
   case VT_BOOL: return value.m_integer != 0 ? 1 : 0;
-  case VT_DISPATCH: return LowWordOf(value.m_pObject);
+  case kObject: return LowWordOf(value.m_pObject);
   default: return 0;
   }
 }
 
 IDispatch* CVarBase::GetObjectValue() const noexcept {
   const CVarBase& value = Value();
-  return value.m_kind == VT_DISPATCH ? value.m_pObject : nullptr;
+  return value.m_kind == kObject ? value.m_pObject : nullptr;
 }
 
 bool CVarBase::Increment() noexcept {

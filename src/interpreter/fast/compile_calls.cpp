@@ -59,6 +59,7 @@ bool FastCompiler::IsIntrinsic(const FastNode& node) {
   case FUNCTION_RIGHT:
   case FUNCTION_INSTR: return count == 2;
   case FUNCTION_MID: return count == 3;
+  case FUNCTION_FORMAT: return count == 2 && FormatOf(node).has_value();
   case FUNCTION_MAPGET:
   case FUNCTION_MAPHAS: return count == 2 && node.arguments[0]->kind == FastNode::Text;
   default: return count == 1 && FunctionOfNumber(function->m_nCode) != nullptr;
@@ -71,6 +72,8 @@ bool FastCompiler::Intrinsic(FastNode& node, FUNCTION_TYPE code, Operand& out, b
     return true;
   if (code == FUNCTION_MAPGET || code == FUNCTION_MAPHAS)
     return MapFunction(node, code, out, false);
+  if (code == FUNCTION_FORMAT)
+    return FormatNumber(node, out);
   const Function1 function = FunctionOfNumber(code);
   const bool isExtreme = code == FUNCTION_MAX || code == FUNCTION_MIN;
   if (function == nullptr && code != FUNCTION_INT && !isExtreme)
@@ -147,6 +150,37 @@ bool FastCompiler::TextIntrinsic(FastNode& node, FUNCTION_TYPE code, Operand& ou
   if (isText ? !NewValue(out) : !NewNumber(out))
     return false;
   out.isInteger = code == FUNCTION_LEN || code == FUNCTION_INSTR;
+  m_chunk->cells[cell].a = out.slot;
+  Push(out, node);
+  return true;
+}
+
+// The constant text of a "format" that prints a number, which cannot become too long.
+std::optional<ValueFormat> FastCompiler::FormatOf(const FastNode& node) {
+  constexpr int kLongest = 10000;
+  const ValueKind kind = KindOf(*node.arguments[0]);
+  if (node.arguments[1]->kind != FastNode::Text || kind == ValueKind::Text || kind == ValueKind::Other)
+    return std::nullopt;
+  ValueFormat format = ReadFormat(node.arguments[1]->token->text.View());
+  const bool isShort = MinimumOutput(format.directive) <= kLongest && format.before.GetLength() <= kLongest &&
+                       format.behind.GetLength() <= kLongest;
+  if (!format.hasValue || !PrintsNumber(format.directive) || !isShort)
+    return std::nullopt;
+  return format;
+}
+
+bool FastCompiler::FormatNumber(FastNode& node, Operand& out) {
+  FastNode& argument = *node.arguments[0];
+  const std::size_t live = CountLive();
+  Operand number;
+  if (!NumberOperand(argument, true, number) || !InNumberTemporary(argument, true, number))
+    return false;
+  m_code.m_formats.push_back(*FormatOf(node));
+  const std::size_t cell = Emit(FastOperation::Format, 0, number.slot);
+  EmitData(&m_code.m_formats.back());
+  PopTo(live);
+  if (!NewValue(out))
+    return false;
   m_chunk->cells[cell].a = out.slot;
   Push(out, node);
   return true;

@@ -83,6 +83,8 @@ private:
   [[nodiscard]] bool Call(FastNode& node, Operand& out, bool isStatement);
   [[nodiscard]] bool Intrinsic(FastNode& node, FUNCTION_TYPE code, Operand& out, bool& isKnown);
   [[nodiscard]] bool TextIntrinsic(FastNode& node, FUNCTION_TYPE code, Operand& out, bool& isKnown);
+  [[nodiscard]] std::optional<ValueFormat> FormatOf(const FastNode& node);
+  [[nodiscard]] bool FormatNumber(FastNode& node, Operand& out);
   [[nodiscard]] bool MapFunction(FastNode& node, FUNCTION_TYPE code, Operand& out, bool isStatement);
   [[nodiscard]] bool ArgumentsInTemporaries(FastNode& node, std::uint32_t& first);
   [[nodiscard]] FastCallee* CalleeOf(CFuncDesc& function, std::size_t arguments);

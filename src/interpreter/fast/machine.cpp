@@ -65,7 +65,7 @@ template <auto SlowWay, class Value>
     number = RawValues::Double(value);
     return true;
   }
-  if (RawValues::Kind(value) == RawValues::kInteger) {
+  if (RawValues::KindAgain(value) == RawValues::kInteger) {
     number = RawValues::Integer(value);
     return true;
   }
@@ -92,7 +92,7 @@ template <auto SlowWay, class Value>
     RawValues::Double(slot) = number;
     return true;
   }
-  if (RawValues::Kind(slot) == RawValues::kUndefined) {
+  if (RawValues::KindAgain(slot) == RawValues::kUndefined) {
     RawValues::PutNumber(slot, number);
     return true;
   }
@@ -118,13 +118,12 @@ void FastMachine::Run(const FastEntry& entry) {
 // Whether the call can be made here: all its variables can be overwritten without anybody noticing.
 [[gnu::always_inline]] inline bool FastMachine::CanEnter(const FastCallee& callee, const VariableSlot* inner,
                                                          const VariableSlot* arguments) {
-  if (m_state.m_nScopeLevel > m_fast.deepestLevel || !RawValues::IsPlain(RawValues::Kind(SlotAt(inner, callee.result))))
-    return false;
-  for (std::size_t i = 0; i < callee.count; ++i)
-    if (!RawValues::IsPlain(RawValues::Kind(SlotAt(inner, callee.slots[i]))) ||
-        !RawValues::IsPlain(RawValues::Kind(arguments[i])))
-      return false;
-  return true;
+  RawValues::KindsOf kinds(SlotAt(inner, callee.result));
+  for (std::size_t i = 0; i < callee.count; ++i) {
+    kinds.Add(SlotAt(inner, callee.slots[i]));
+    kinds.Add(arguments[i]);
+  }
+  return kinds.ArePlain();
 }
 
 [[gnu::always_inline]] inline bool FastMachine::IsOutermost() const noexcept {
@@ -140,8 +139,8 @@ void FastMachine::Run(const FastEntry& entry) {
     goto *(origin + pc->operation); \
   } while (false)
 
-// Where a program may go round for ever it looks whether it is to stop; the executing parser then does that.
-#define LOOK if (budget.IsStopping()) [[unlikely]] goto giveUp;
+// Where a program may go round for ever it looks now and then whether it is to stop.
+#define LOOK if (--untilLook == 0) [[unlikely]] goto look;
 
 // The operands of a pair of classes into x and y, or the way out.
 #define LOAD_SS if (!Left(SLOT(b), x) || !Right(SLOT(c), y)) [[unlikely]] goto giveUp;
@@ -169,8 +168,7 @@ void FastMachine::Run(const FastEntry& entry) {
   COMPARISON_PAIR(NAME, KS, SIGN) COMPARISON_PAIR(NAME, KN, SIGN)
 #define WHILE_PAIR(NAME, PAIR, SIGN) \
   NAME##_##PAIR: { \
-    if (state.control.empty() || state.control.back().position != pc->a || state.control.back().site != nullptr) \
-      [[unlikely]] goto giveUpLoop; \
+    if (state.control.top().doPosition != pc->a) [[unlikely]] goto giveUpLoop; \
     double x; double y; LOAD_##PAIR if (x SIGN y) { LOOK GO_TO(pc[1].Pointer()); } NEXT(2); \
   }
 #define WHILE(NAME, SIGN) \
@@ -192,7 +190,6 @@ void FastMachine::Execute(FastMachine* machine, const FastCell* pc, const std::i
   char* const origin = static_cast<char*>(&&Exit);
   InterpreterState& state = machine->m_state;
   VariableStore& store = state.m_mapVariables;
-  ExecutionBudget& budget = machine->m_budget;
   VariableSlot* base = store.FrameAt(state.m_nScopeLevel);
   std::uint32_t position = 0;
   double x = 0;
@@ -201,6 +198,8 @@ void FastMachine::Execute(FastMachine* machine, const FastCell* pc, const std::i
   const FastCell* resume = nullptr;
   // Whether code was run that may have changed what statements mean, or have ended the program.
   bool isForeign = true;
+  constexpr std::uint32_t kRoundsBetweenLooks = 256;
+  std::uint32_t untilLook = kRoundsBetweenLooks;
   goto*(origin + pc->operation);
 
 Exit:
@@ -211,6 +210,10 @@ leave:
 giveUpLoop: // the "loop" itself, not the condition that stands at it
   way = machine->GiveUp(pc, resume, true);
   goto goOn;
+look: // the operation has changed nothing yet and begins again
+  untilLook = kRoundsBetweenLooks;
+  if (!machine->m_budget.IsStopping())
+    goto*(origin + pc->operation);
 giveUp:
   way = machine->GiveUp(pc, resume, false);
 goOn:
@@ -238,7 +241,7 @@ Probe:
   NEXT(1);
 
 Count:
-  if (!budget.TakeCounted()) [[unlikely]]
+  if (!machine->m_budget.TakeCounted()) [[unlikely]]
     goto giveUp;
   NEXT(1);
 
@@ -434,14 +437,13 @@ For: {
   if (!(y >= x))
     GO_TO(pc[2].Pointer());
   const Token* const site = static_cast<const Token*>(pc[1].Pointer());
-  state.control.push_back({site->text, y, pc[1].b, true, site});
+  state.control.push({site->text, y, pc[1].b, true, site});
   NEXT(3);
 }
 Next: {
   FastLoop& loop = *static_cast<FastLoop*>(pc[1].Pointer());
   // The same "for" has another body when its end expression could not be read to the end.
-  if (state.control.empty() || state.control.back().site != loop.site ||
-      state.control.back().position != loop.position) [[unlikely]]
+  if (state.control.top().site != loop.site || state.control.top().position != loop.position) [[unlikely]]
     if (!machine->LinkLoop(loop, true))
       goto giveUp;
   VariableSlot& counter = SlotAt(base, loop.slot);
@@ -450,31 +452,30 @@ Next: {
   LOOK
   const double count = RawValues::Double(counter) + 1.0;
   RawValues::Double(counter) = count;
-  if (count > state.control.back().value) {
-    state.control.pop_back();
+  if (count > state.control.top().value) {
+    state.control.pop();
     NEXT(2);
   }
   GO_TO(loop.target);
 }
 PushLoop:
-  state.control.push_back({CString(), 0, pc->a, true, nullptr});
+  state.control.push({CString(), 0, pc->a, true, nullptr});
   NEXT(1);
 Loop: {
   FastLoop& loop = *static_cast<FastLoop*>(pc[1].Pointer());
-  if (state.control.empty() || state.control.back().position != loop.position) [[unlikely]]
+  if (state.control.top().position != loop.position) [[unlikely]]
     if (!machine->LinkLoop(loop, false))
       goto giveUp;
   LOOK
-  state.control.pop_back();
+  state.control.pop();
   GO_TO(loop.target);
 }
 LoopAgain:
-  if (state.control.empty() || state.control.back().position != pc->a || state.control.back().site != nullptr)
-      [[unlikely]]
+  if (state.control.top().doPosition != pc->a) [[unlikely]]
     goto giveUp;
   NEXT(1);
 PopLoop:
-  state.control.pop_back();
+  state.control.pop();
   NEXT(1);
 
 Check:
@@ -519,6 +520,13 @@ Search:
   RawValues::Double(SLOT(a)) = x;
   NEXT(2);
 
+Format:
+  if (!RawValues::IsPlain(RawValues::Kind(SLOT(a)))) [[unlikely]]
+    goto giveUp;
+  RawValues::PutText(SLOT(a), FormatNumber(*static_cast<const ValueFormat*>(pc[1].Pointer()),
+                                           RawValues::Double(SLOT(b))));
+  NEXT(2);
+
 MapGet:
   if (!machine->GetFromMap(*static_cast<FastMapUse*>(pc[1].Pointer()), base, SLOT(a), false)) [[unlikely]]
     goto giveUp;
@@ -534,20 +542,24 @@ MapSet:
 
 Call: {
   FastCallee& callee = *static_cast<FastCallee*>(pc[1].Pointer());
-  VariableSlot* const inner = store.FrameAt(state.m_nScopeLevel + 1);
-  if (!machine->CanEnter(callee, inner, &SLOT(a))) [[unlikely]]
+  VariableSlot* const inner = store.FrameAbove(state.m_nScopeLevel);
+  VariableSlot* const arguments = &SLOT(a);
+  if (state.m_nScopeLevel > state.fast.deepestLevel || !CanEnter(callee, inner, arguments)) [[unlikely]]
     goto giveUp;
   LOOK
   state.fast.frames.push_back({pc + 2, base, static_cast<std::uint32_t>(store.FrameSize()),
-                               static_cast<std::uint32_t>(state.control.size()), machine->m_code.Generation(),
+                               state.control.size(), machine->m_code.Generation(),
                                state.stop});
   ++state.m_nScopeLevel;
   state.stop = false; // a call runs in full, also while the statement that ended the program finishes
   RawValues::PutUndefined(SlotAt(inner, callee.result));
-  for (std::size_t i = 0; i < callee.count; ++i)
-    RawValues::Move(SlotAt(inner, callee.slots[i]), (&SLOT(a))[i]);
+  const std::uint32_t* const slots = callee.slots;
+  const std::size_t count = callee.count;
+  const FastEntry* const body = callee.body;
+  for (std::size_t i = 0; i < count; ++i)
+    RawValues::Move(SlotAt(inner, slots[i]), arguments[i]);
   base = inner;
-  GO_TO(callee.body);
+  GO_TO(body);
 }
 Return:
   if (machine->IsOutermost()) {
@@ -592,7 +604,7 @@ BuiltIn: {
     goto giveUp;
   isForeign = true;
   base = store.FrameAt(state.m_nScopeLevel);
-  if (state.stop || machine->IsStale(generation)) [[unlikely]] {
+  if (state.stop || machine->m_budget.IsStopping() || machine->IsStale(generation)) [[unlikely]] {
     position = pc[1].c;
     if (pc[1].b != 0)
       goto leave;

@@ -107,7 +107,8 @@ private:
   [[nodiscard]] Way GiveUp(const FastCell* pc, const FastCell*& resume, bool isLoop);
   [[nodiscard]] Way Leave(std::uint32_t position, const FastCell*& resume);
   [[nodiscard]] Way StepOn(const FastCell*& resume);
-  [[nodiscard]] bool CanEnter(const FastCallee& callee, const VariableSlot* inner, const VariableSlot* arguments);
+  [[nodiscard]] static bool CanEnter(const FastCallee& callee, const VariableSlot* inner,
+                                     const VariableSlot* arguments);
   void ReadLastWord();
   void FinishCall(bool isComplete);
   void ReleaseTemporaries() noexcept;

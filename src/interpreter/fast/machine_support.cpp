@@ -48,8 +48,7 @@ FastMachine::~FastMachine() {
   // A procedure may have taken entries of its callers: each call drops what was pushed since it was made.
   for (std::size_t i = m_depth; i < m_fast.frames.size(); ++i) {
     m_state.stop = m_state.stop || m_fast.frames[i].stop;
-    if (m_state.control.size() > m_fast.frames[i].control)
-      m_state.control.resize(m_fast.frames[i].control);
+    m_state.control.shrink(m_fast.frames[i].control);
   }
   m_fast.frames.resize(m_depth);
 }
@@ -108,7 +107,7 @@ FastMachine::Way FastMachine::GiveUp(const FastCell* pc, const FastCell*& resume
   m_fast.tape.Record(std::move(values));
 
   if (statement.loop != nullptr)
-    m_state.control.pop_back();
+    m_state.control.pop();
   FastStatement& counted = statement.loop != nullptr ? *statement.loop : statement;
   if (m_fast.mode != FastMode::Eager && ++counted.bails > kMostBails && counted.entry->code == counted.first) {
     counted.entry->Forget();
@@ -170,8 +169,7 @@ void FastMachine::FinishCall(bool isComplete) {
   if (m_state.m_nScopeLevel == 2 && store.MayHoldObjects())
     m_interpreter.ObjectVariablesFree(2);
   --m_state.m_nScopeLevel;
-  if (m_state.control.size() > frame.control)
-    m_state.control.resize(frame.control);
+  m_state.control.shrink(frame.control);
   m_state.stop = m_state.stop || frame.stop;
   m_fast.frames.pop_back();
   if (!frame.IsStatement() && !hasResult)
@@ -212,7 +210,7 @@ bool FastMachine::RunBuiltIn(const FastCell* pc, VariableSlot* base) {
 bool FastMachine::LinkLoop(FastLoop& loop, bool isNext) {
   if (m_state.control.empty())
     return false;
-  const CStackData& top = m_state.control.back();
+  const CStackData& top = m_state.control.top();
   if (top.position >= m_state.program->Length() || (isNext && top.site == nullptr))
     return false;
   FastCompiler compiler(m_interpreter);

@@ -29,7 +29,7 @@
   BRINDLE_FAST_PAIRS(X, WhileEqual) BRINDLE_FAST_PAIRS(X, WhileNotEqual) BRINDLE_FAST_PAIRS(X, WhileLess) \
   BRINDLE_FAST_PAIRS(X, WhileLessEqual) BRINDLE_FAST_PAIRS(X, WhileGreater) BRINDLE_FAST_PAIRS(X, WhileGreaterEqual) \
   X(IfAbout) X(IfText) X(IfTextIs) X(For) X(Next) X(PushLoop) X(Loop) X(LoopAgain) X(PopLoop) \
-  X(Check) X(Join) X(Function1) X(ToInteger) X(Extreme) X(Length) X(Part) X(Search) X(ValueOf) \
+  X(Check) X(Join) X(Function1) X(ToInteger) X(Extreme) X(Length) X(Part) X(Search) X(Format) X(ValueOf) \
   X(MapGet) X(MapHas) X(MapSet) X(Call) X(BuiltIn)
 // clang-format on
 

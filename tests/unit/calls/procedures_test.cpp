@@ -171,7 +171,7 @@ TEST_F(ProceduresTest, stop_inside_a_procedure_finishes_the_statement_and_ends_t
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
     m_ui.Forget();
-    State().control.clear();
+    State().control.shrink(0);
     EXPECT_TRUE(Run(row.program));
     EXPECT_EQ(m_ui.Output(), row.output);
     EXPECT_TRUE(m_ui.errors.empty());

@@ -6,10 +6,10 @@
 // statement that is not to be run any more is overwritten with a jump to its entry, never removed.
 #pragma once
 
-#include "data/value_format.h"
 #include "interpreter/fast/operations.h"
 #include "interpreter/func_desc.h"
 #include "interpreter/scanner.h"
+#include "values/value_format.h"
 
 #include <cstring>
 #include <deque>

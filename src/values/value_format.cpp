@@ -1,4 +1,4 @@
-#include "data/value_format.h"
+#include "values/value_format.h"
 
 #include <algorithm>
 #include <cmath>

@@ -463,7 +463,8 @@ For: {
 Next: {
   FastLoop& loop = *static_cast<FastLoop*>(pc[1].Pointer());
   // The same "for" has another body when its end expression could not be read to the end.
-  if (state.control.top().site != loop.site || state.control.top().position != loop.position) [[unlikely]]
+  const ControlStack::Entry* const top = &state.control.top();
+  if (top->site != loop.site || top->position != loop.position) [[unlikely]]
     if (!machine->LinkLoop(loop, true))
       goto giveUp;
   VariableSlot& counter = SlotAt(base, loop.slot);
@@ -472,7 +473,7 @@ Next: {
   LOOK
   const double count = RawValues::Double(counter) + 1.0;
   RawValues::Double(counter) = count;
-  if (count > state.control.top().value) {
+  if (count > top->value) {
     state.control.pop();
     NEXT(2);
   }

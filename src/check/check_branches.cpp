@@ -259,7 +259,9 @@ bool ScriptChecker::Goto() {
   for (const auto& [other, places] : m_outline.labels)
     if (other.CompareNoCase(name.text) == 0)
       hint = "Upper and lower case count in labels, and this is error 7. Write " + other.ToUtf8() + ".";
-  Report(ProblemCode::UnknownLabel, Blamed(name, *m_statement), "there is no label " + Quoted(name), std::move(hint));
+  const bool missing = &Blamed(name, *m_statement) != &name;
+  Report(ProblemCode::UnknownLabel, missing ? *m_statement : name,
+         missing ? std::string("goto names no label") : "there is no label " + Quoted(name), std::move(hint));
   if (name.command == COMMAND_END_OF_LINE)
     m_reader.PutBack();
   return true;

@@ -113,7 +113,10 @@ bool ScriptChecker::DeclaredType(const Token& name, bool hasSize, bool global) {
     for (const auto& [other, fields] : m_outline.types)
       if (other.CompareNoCase(type.text) == 0)
         hint = "Upper and lower case count in the names of types: error 1. Write " + other.ToUtf8() + ".";
-    Report(ProblemCode::UnknownType, type, "there is no type " + Quoted(type), std::move(hint));
+    const bool missing = &Blamed(type, name) != &type;
+    Report(ProblemCode::UnknownType, missing ? name : type,
+           missing ? "the type of " + Quoted(name) + " is missing" : "there is no type " + Quoted(type),
+           std::move(hint));
     return false;
   }
   m_reader.Next();

@@ -3,10 +3,19 @@
 
 #include "ui/dialog_words.h"
 
+#include <limits>
+
 namespace brindle {
 
-// The rest of the line as expressions; how many, or -1 when one fails, which was reported.
-int ScriptChecker::Operands() {
+namespace {
+
+constexpr int kEveryOperand = std::numeric_limits<int>::max(); // nothing may be missing
+
+} // namespace
+
+// The rest of the line as expressions; how many, or -1 when one fails, which was reported. A name without a value ends
+// the list as a value that is not set: behind as many as `enough`, nobody complains.
+int ScriptChecker::Operands(int enough) {
   m_operands.clear();
   m_reader.Next();
   m_reader.PutBack();
@@ -14,6 +23,14 @@ int ScriptChecker::Operands() {
     return 0;
   int count = 0;
   do {
+    const Token& first = m_reader.Peek();
+    if (count + 1 >= enough && first.kind == TOKEN_VARIABLE && KindsOf(first) == kUndefinedValue &&
+        m_reader.UnitAt(first.end) != u'[') {
+      Report(ProblemCode::UnsetRead, first, "the variable " + Quoted(first) + " is read but was never assigned",
+             "It counts as empty or 0, without an error, and the rest of the line is not read. Assign it first.");
+      m_operands.push_back(Operand{.kinds = kNotSet});
+      return count + 1;
+    }
     Operand value;
     if (!Expression(value))
       return -1;
@@ -39,7 +56,7 @@ void ScriptChecker::MissingEnd(const Token& word, const char* end) {
 }
 
 void ScriptChecker::Dialog(const Token& word) {
-  const int count = Operands();
+  const int count = Operands(kDialogParameters);
   if (count < kDialogParameters) {
     if (count >= 0)
       Report(ProblemCode::DialogParameters, word, "dialog has " + std::to_string(count) + " of 5 parameters",
@@ -60,7 +77,7 @@ void ScriptChecker::Dialog(const Token& word) {
 }
 
 void ScriptChecker::PropertySheet(const Token& word) {
-  const int count = Operands();
+  const int count = Operands(1);
   if (count < 1) {
     if (count == 0)
       Report(ProblemCode::DialogParameters, word, "propertysheet has no title",
@@ -78,7 +95,7 @@ void ScriptChecker::PropertySheet(const Token& word) {
     }
     if (token.command == COMMAND_PAGE && !inPage) {
       inPage = hasPages = true;
-      const int titles = Operands();
+      const int titles = Operands(1);
       if (titles >= 1)
         continue;
       if (titles == 0)
@@ -118,12 +135,14 @@ bool ScriptChecker::DialogLine() {
     return true;
   const Token& kind = m_reader.Next();
   if (!IsControlKind(kind.keyword)) {
-    Report(ProblemCode::ControlKind, Blamed(kind, word), Quoted(kind) + " is no kind of control",
+    const bool missing = &Blamed(kind, word) != &kind;
+    Report(ProblemCode::ControlKind, missing ? word : kind,
+           missing ? std::string("control names no kind") : Quoted(kind) + " is no kind of control",
            "This is error 1 or 41, and the dialog is skipped. Kinds are button, edittext, checkbox, listbox, okbutton, "
            "statictext and others.");
     return false;
   }
-  const int count = Operands();
+  const int count = Operands(kControlParameters);
   if (count > kControlParameters && m_operands[kControlParameters].literal != nullptr)
     CheckHandler(*m_operands[kControlParameters].literal);
   if (count >= kControlParameters)
@@ -184,7 +203,7 @@ void ScriptChecker::Alter(const Token& word) {
       LeaveBlock(COMMAND_ENDALTER);
       return;
     }
-    const int count = *operands == 0 ? 0 : Operands();
+    const int count = *operands == 0 ? 0 : Operands(kEveryOperand);
     if (count >= *operands) {
       if (line.keyword == KEYWORD_MENUITEM && m_operands[1].literal != nullptr)
         CheckHandler(*m_operands[1].literal);

@@ -152,7 +152,7 @@ private:
   void PropertySheet(const Token& word);
   [[nodiscard]] bool DialogLine();
   void Alter(const Token& word);
-  [[nodiscard]] int Operands(); // which m_operands holds afterwards
+  [[nodiscard]] int Operands(int enough); // which m_operands holds afterwards
   void CheckHandler(const Token& name);
   void LeaveBlock(COMMAND_TYPE end);
   void MissingEnd(const Token& word, const char* end);

@@ -242,9 +242,11 @@ void ScriptChecker::EndOfText() {
 }
 
 // What is left of a line that fails is not looked at: it would only repeat the fault. Behind a label that was met
-// instead of a value the line goes on.
+// instead of a value the line goes on, and behind the line's end nothing is left of it.
 void ScriptChecker::Recover() {
-  if (m_reader.Current().kind == TOKEN_LABEL && m_reader.Position() == m_reader.Current().end)
+  const Token& last = m_reader.Current();
+  const bool goesOn = last.kind == TOKEN_LABEL || last.command == COMMAND_END_OF_LINE;
+  if (goesOn && m_reader.Position() == last.end)
     return;
   m_reader.FindEndOfLine();
 }
@@ -256,8 +258,11 @@ const Token& ScriptChecker::Blamed(const Token& token, const Token& otherwise) {
   return isEnd ? otherwise : token;
 }
 
+// A message is one line, but a literal may hold several.
 std::string ScriptChecker::Quoted(const Token& token) {
-  return "\"" + token.text.ToUtf8() + "\"";
+  const std::string text = token.text.ToUtf8();
+  const std::size_t line = text.find_first_of("\r\n");
+  return "\"" + (line == std::string::npos ? text : text.substr(0, line) + "...") + "\"";
 }
 
 std::string ScriptChecker::Spelling(const Token& token) const {

@@ -45,9 +45,7 @@ struct RawValues {
   [[nodiscard]] static CBasicVariable& Box(const VariableSlot& slot) noexcept { return *slot.Contents(); }
 
   // Whether a slot can be overwritten without anybody noticing.
-  [[nodiscard]] static bool IsPlain(std::uint16_t kind) noexcept {
-    return kind < kObject;
-  }
+  [[nodiscard]] static bool IsPlain(std::uint16_t kind) noexcept { return kind < kObject; }
   // The same question for several slots at once.
   class KindsOf {
   public:

@@ -12,16 +12,6 @@ namespace {
 
 constexpr int kLongestNumber = 1 << 30;
 
-CString FromAscii(const char* first, const char* last) {
-  CString text;
-  const int length = static_cast<int>(last - first);
-  unsigned short* units = text.GetBuffer(length);
-  for (int i = 0; i < length; ++i)
-    units[i] = static_cast<unsigned char>(first[i]);
-  text.ReleaseBuffer(length);
-  return text;
-}
-
 bool IsBlank(char16_t unit) {
   return unit == u' ' || (unit >= 9 && unit <= 13);
 }
@@ -84,8 +74,7 @@ constexpr std::array<double, kExactDigits + 1> kPowersOfTen = {1e0, 1e1, 1e2,  1
 // double's last place: it says nothing unless the double lies halfway between two integers.
 char* QuickFixed(double value, int precision, char* out) {
   constexpr double kHalvesAreExact = 2251799813685248.0; // 2^51
-  constexpr int kMostDecimals = 9;
-  if (precision > kMostDecimals)
+  if (precision > kMostQuickDecimals)
     return nullptr;
   const double power = kPowersOfTen[static_cast<std::size_t>(precision)];
   const double scaled = value * power;
@@ -178,24 +167,25 @@ bool IsHuge(std::string_view number) {
 
 } // namespace
 
-CString FormatInteger(std::int32_t value) {
-  std::array<char, 16> buffer;
+CString FormatInteger(std::int64_t value) {
+  std::array<char, 24> buffer;
   const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
-  return FromAscii(buffer.data(), result.ptr);
+  return CString::FromBytes({buffer.data(), result.ptr});
 }
 
-CString FormatFixed(double value) {
+CString FormatFixed(double value, int decimals) {
   if (std::isnan(value))
     return CString(u"nan");
   if (std::isinf(value))
     return CString(value < 0 ? u"-inf" : u"inf");
-  std::array<char, 330> buffer; // 309 digits, a sign, a point and six decimals at most
+  std::array<char, 330> buffer; // 309 digits, a sign, a point and the decimals
   const bool negative = std::signbit(value);
   buffer[0] = '-';
-  if (const char* last = QuickFixed(std::fabs(value), 6, buffer.data() + (negative ? 1 : 0)))
-    return FromAscii(buffer.data(), last);
-  const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, 6);
-  return FromAscii(buffer.data(), result.ptr);
+  if (const char* last = QuickFixed(std::fabs(value), decimals, buffer.data() + (negative ? 1 : 0)))
+    return CString::FromBytes({buffer.data(), last});
+  const auto result =
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, decimals);
+  return CString::FromBytes({buffer.data(), result.ptr});
 }
 
 double ParseDouble(std::u16string_view text, std::size_t* used) {

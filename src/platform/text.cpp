@@ -76,6 +76,31 @@ CString CString::FromUtf8(std::string_view text) {
   return CString(brindle::CodePage::Utf8().Decode(text));
 }
 
+namespace {
+
+// Eight at a time, the last eight once more where they are not a full step: most texts are short.
+void Widen(std::string_view bytes, char16_t* units) {
+  constexpr std::size_t kStep = 8;
+  using Bytes = unsigned char __attribute__((vector_size(kStep)));
+  using Units = unsigned short __attribute__((vector_size(kStep * sizeof(char16_t))));
+  const auto widenAt = [&](std::size_t at) {
+    Bytes narrow;
+    std::memcpy(&narrow, bytes.data() + at, sizeof narrow);
+    const Units wide = __builtin_convertvector(narrow, Units);
+    std::memcpy(units + at, &wide, sizeof wide);
+  };
+  if (bytes.size() < kStep) {
+    for (std::size_t at = 0; at < bytes.size(); ++at)
+      units[at] = static_cast<unsigned char>(bytes[at]);
+    return;
+  }
+  for (std::size_t at = 0; at + kStep < bytes.size(); at += kStep)
+    widenAt(at);
+  widenAt(bytes.size() - kStep);
+}
+
+} // namespace
+
 CString CString::FromBytes(std::string_view bytes) {
   CString text;
   if (bytes.empty())
@@ -83,10 +108,9 @@ CString CString::FromBytes(std::string_view bytes) {
   if (bytes.size() > static_cast<std::size_t>(kMaxLength))
     throw std::length_error("text too long");
   text.m_pBlock = MakeBlock(static_cast<int>(bytes.size()));
-  char16_t* units = text.m_pBlock->Units();
-  for (const char byte : bytes)
-    *units++ = static_cast<unsigned char>(byte);
-  *units = 0;
+  char16_t* const units = text.m_pBlock->Units();
+  Widen(bytes, units);
+  units[bytes.size()] = 0;
   text.m_pBlock->length = static_cast<int>(bytes.size());
   return text;
 }

@@ -95,8 +95,7 @@ void CBasicVariable::ItemList::Assign(const ItemList& other) {
     At(i).SetValue(other.At(i));
 }
 
-CBasicVariable::CBasicVariable(const CBasicVariable& other)
-    : m_userData(other.m_userData) {
+CBasicVariable::CBasicVariable(const CBasicVariable& other) : m_userData(other.m_userData) {
   m_items.Assign(other.m_items);
   m_items.m_nCurrent = other.m_items.m_nCurrent;
 }

@@ -90,6 +90,8 @@ public:
   // reading position is there then, and a statement that had been given up has been run.
   void Run(const FastEntry& entry);
 
+  // Changes whenever some name of a function may mean something else: in that interpreter, or in all of them.
+  [[nodiscard]] static std::uint64_t FunctionChanges(const InterpreterState& state) noexcept;
   // The distances of the handlers, in the order of the operations.
   [[nodiscard]] static const std::int32_t* Handlers();
 

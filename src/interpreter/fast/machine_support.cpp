@@ -54,9 +54,13 @@ FastMachine::~FastMachine() {
   m_fast.frames.resize(m_depth);
 }
 
+std::uint64_t FastMachine::FunctionChanges(const InterpreterState& state) noexcept {
+  return state.functions.Changes() + CBrindle::m_nHostFunctionChanges;
+}
+
 bool FastMachine::IsStale(std::uint32_t generation) const noexcept {
   return m_code.Generation() != generation || m_code.layout != m_state.m_mapVariables.Layout() ||
-         m_code.functions != CBrindle::m_nFunctionChanges;
+         m_code.functions != FunctionChanges(m_state);
 }
 
 // The executing parser goes on at that position: in its own loop, or here when the procedure was entered here.

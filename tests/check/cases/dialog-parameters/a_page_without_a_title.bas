@@ -1,0 +1,4 @@
+propertysheet "s"
+  page  # problem: dialog-parameters@3
+  endpage
+enddialog

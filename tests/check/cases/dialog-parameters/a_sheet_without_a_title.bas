@@ -1,0 +1,4 @@
+propertysheet  # problem: dialog-parameters@1
+  page "p"
+  endpage
+enddialog

@@ -1,0 +1,2 @@
+dialog  # problem: dialog-parameters@1
+enddialog

@@ -1,0 +1,3 @@
+dim a[3]
+a[nope] = 1  # problem: undefined-variable@3
+a[1 = 2  # problem: index-brackets@2

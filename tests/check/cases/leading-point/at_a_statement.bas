@@ -1,0 +1,1 @@
+.5  # problem: leading-point@1

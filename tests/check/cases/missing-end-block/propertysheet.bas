@@ -1,0 +1,3 @@
+propertysheet "s"  # problem: missing-end-block@1
+  page "p"
+  endpage

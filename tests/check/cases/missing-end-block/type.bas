@@ -1,0 +1,2 @@
+type T  # problem: missing-end-block@1
+  x as integer

@@ -1,0 +1,3 @@
+dim a[3]
+a[1] 4  # problem: missing-equal@1
+print a[1]

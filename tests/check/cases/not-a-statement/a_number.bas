@@ -1,0 +1,1 @@
+5  # problem: not-a-statement@1

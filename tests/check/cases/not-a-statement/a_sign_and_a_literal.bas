@@ -1,0 +1,2 @@
+a = 1
+) "b"  # problem: not-a-statement@1

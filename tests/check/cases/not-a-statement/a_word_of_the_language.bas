@@ -1,0 +1,1 @@
+window  # problem: not-a-statement@1

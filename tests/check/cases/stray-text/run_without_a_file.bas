@@ -1,0 +1,2 @@
+run  # problem: stray-text@1
+runexe  # problem: stray-text@1

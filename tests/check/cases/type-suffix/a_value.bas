@@ -1,0 +1,1 @@
+a = b$  # problem: type-suffix@5

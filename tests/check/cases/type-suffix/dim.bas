@@ -1,0 +1,1 @@
+dim a$  # problem: type-suffix@6

@@ -1,0 +1,1 @@
+dim a[nope]  # problem: undefined-variable@7

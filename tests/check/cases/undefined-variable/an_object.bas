@@ -1,0 +1,1 @@
+print file.name  # problem: undefined-variable@7

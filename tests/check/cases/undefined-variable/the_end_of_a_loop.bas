@@ -1,0 +1,3 @@
+for i = 0 to nope  # problem: undefined-variable@14
+  print i
+next

@@ -1,0 +1,2 @@
+goto  # problem: unknown-label@1
+print "behind"

@@ -1,0 +1,1 @@
+dim a as window  # problem: unknown-type@10

@@ -1,0 +1,4 @@
+type Place
+  x as integer
+endtype
+dim p as place  # problem: unknown-type@10

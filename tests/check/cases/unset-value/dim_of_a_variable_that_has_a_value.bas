@@ -1,0 +1,3 @@
+a = 5
+dim a
+print a

@@ -1,0 +1,1 @@
+print dbfnumrecords(-1)  # problem: value-kind@7

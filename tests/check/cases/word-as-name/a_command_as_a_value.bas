@@ -1,0 +1,1 @@
+a = close  # problem: word-as-name@5

@@ -1,0 +1,3 @@
+type T
+  x = integer  # problem: word-syntax@3
+endtype

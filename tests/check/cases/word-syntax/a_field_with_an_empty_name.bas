@@ -1,0 +1,3 @@
+type T
+  "" as integer  # problem: word-syntax@3
+endtype

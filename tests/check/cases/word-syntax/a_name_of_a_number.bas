@@ -1,0 +1,1 @@
+dim 5  # problem: word-syntax@5

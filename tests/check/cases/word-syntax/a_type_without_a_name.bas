@@ -1,0 +1,3 @@
+type  # problem: word-syntax@1
+  x as integer
+endtype

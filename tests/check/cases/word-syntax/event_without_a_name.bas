@@ -1,0 +1,1 @@
+event create (  # problem: word-syntax@14

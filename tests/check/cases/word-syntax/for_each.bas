@@ -1,0 +1,2 @@
+for x in list  # problem: word-syntax@5
+next

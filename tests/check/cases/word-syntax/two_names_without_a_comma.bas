@@ -1,0 +1,1 @@
+dim a b  # problem: word-syntax@7

@@ -1,0 +1,1 @@
+watch create 5 "changed"  # problem: word-syntax@14

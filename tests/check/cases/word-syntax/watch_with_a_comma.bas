@@ -1,0 +1,2 @@
+x = 1
+watch create x, "changed"  # problem: word-syntax@15

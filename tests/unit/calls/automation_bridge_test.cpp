@@ -174,6 +174,47 @@ TEST_F(AutomationBridge, results_by_reference_are_read) {
   SysFreeString(text);
 }
 
+TEST_F(AutomationBridge, references_to_every_kind_are_read) {
+  alignas(VARIANT) unsigned char bytes[sizeof(VARIANT)] = {};
+  const auto store = [&](auto number) { std::memcpy(bytes, &number, sizeof number); };
+  const auto shown = [&](unsigned kind) {
+    VARIANT value;
+    VariantInit(&value);
+    value.vt = static_cast<VARTYPE>(kind | VT_BYREF);
+    value.byref = bytes;
+    return Shown(value);
+  };
+  store(SHORT{-7});
+  EXPECT_EQ(shown(VT_I2), "[-7]");
+  store(USHORT{60000});
+  EXPECT_EQ(shown(VT_UI2), "[60000]");
+  store(BYTE{200});
+  EXPECT_EQ(shown(VT_UI1), "[200]");
+  store(VARIANT_BOOL{VARIANT_TRUE});
+  EXPECT_EQ(shown(VT_BOOL), "[True]");
+  store(FLOAT{2.5F});
+  EXPECT_EQ(shown(VT_R4), "[2.500000]");
+  store(DOUBLE{0.25});
+  EXPECT_EQ(shown(VT_R8), "[0.250000]");
+  store(LONGLONG{-5000000000});
+  EXPECT_EQ(shown(VT_I8), "[-5000000000]");
+  store(DOUBLE{2.5});
+  EXPECT_EQ(shown(VT_DATE), "[1900-01-01 12:00:00]");
+  VARIANT decimal{};
+  decimal.wReserved1 = 2; // digits behind the point
+  decimal.ullVal = 12345;
+  store(decimal);
+  EXPECT_EQ(shown(VT_DECIMAL), "[123.45]");
+  SAFEARRAY* array = SafeArrayCreateVector(VT_I4, 0, 1);
+  LONG index = 0;
+  LONG number = 9;
+  SafeArrayPutElement(array, &index, &number);
+  store(array);
+  EXPECT_EQ(shown(VT_ARRAY | VT_I4), "[9]");
+  SafeArrayDestroy(array);
+  EXPECT_EQ(shown(VT_NULL), "[]") << "a reference to nothing";
+}
+
 TEST_F(AutomationBridge, arrays_become_items) {
   VARIANT value;
   VariantInit(&value);

@@ -43,6 +43,33 @@ TEST_F(AutomationFailures, references_are_exact_on_every_path) {
   }
 }
 
+TEST_F(AutomationFailures, an_abort_lets_the_objects_of_locals_go_and_keeps_those_of_globals) {
+  m_ui.CancelErrors();
+  Run("global kept\nglobal other\nkept = createobject(\"Test.Object\")\nother = 5\ncall work()\nend\n"
+      "sub work()\np = createobject(\"Test.Object\")\nnext\nendsub\n");
+  EXPECT_EQ(m_ui.ErrorNumbers(), Numbers{55});
+  EXPECT_EQ(m_object.Held(), 1);
+  Run("x = kept.nothing()\nkept = 0\n");
+  EXPECT_EQ(m_object.Held(), 0);
+}
+
+TEST_F(AutomationFailures, the_identifier_of_a_member_that_no_memory_is_there_for_is_a_notice) {
+  class Forgetful final : public ScriptedObject {
+  public:
+    HRESULT GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_OUTOFMEMORY; }
+  };
+  static Forgetful forgetful;
+  CAutomationClasses::Add(u"Test.Forgetful", [](IDispatch** object) {
+    forgetful.AddRef();
+    *object = &forgetful;
+    return S_OK;
+  });
+  Run("o = createobject(\"Test.Forgetful\")\nx = o.size\n");
+  EXPECT_EQ(m_ui.notices, std::vector<std::string>{"Not enough memory to complete this operation"});
+  m_pInterpreter.reset();
+  CAutomationClasses::Remove(u"Test.Forgetful");
+}
+
 TEST_F(AutomationFailures, failures_hold_no_reference) {
   m_object.Add("fails", [this](DISPPARAMS&, VARIANT* result, EXCEPINFO*) {
     if (result != nullptr) { // a result in spite of the failure

@@ -1,4 +1,5 @@
 // Functions that the host registers: who finds them, what they are given, how long they live.
+#include "interpreter/func_desc.h"
 #include "support/script_test.h"
 
 #include <functional>
@@ -293,6 +294,18 @@ TEST_F(CustomFunctions, a_dotted_name_is_never_looked_up) {
   Run("x = a.b(1)\n");
   EXPECT_TRUE(calls.empty());
   EXPECT_FALSE(m_ui.errors.empty());
+}
+
+TEST_F(CustomFunctions, a_function_without_code_reports_21) {
+  for (auto* hollow : {new CFuncDesc(CString(u"hollow"), FUNCTION_HOST, nullptr),
+                       new CFuncDesc(CString(u"bare"), FUNCTION_ABS, nullptr)})
+    EXPECT_TRUE(Access::AddFunction(Interpreter(), hollow));
+  for (const char* call : {"call hollow()", "call bare()", "print hollow()", "print bare()"}) {
+    m_ui.Forget();
+    Run(std::string(call) + "\nprint \"on\"\n");
+    EXPECT_EQ(m_ui.ErrorNumbers(), Numbers{21}) << call;
+    EXPECT_TRUE(m_ui.Output().ends_with("on\n")) << call;
+  }
 }
 
 } // namespace

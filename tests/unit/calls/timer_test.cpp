@@ -3,6 +3,7 @@
 
 #include "ui/console/timer_queue.h"
 
+#include <stdexcept>
 #include <thread>
 
 namespace {
@@ -141,6 +142,38 @@ TEST_F(TimerTest, an_abort_in_a_handler_ends_at_the_tick) {
   EXPECT_EQ(m_ui.timers.size(), 1U) << "the timer goes on";
   EXPECT_NO_THROW(Tick());
   EXPECT_EQ(m_ui.ErrorNumbers(), (Numbers{55, 55}));
+}
+
+RecordingUserInterface* ticked = nullptr;
+
+CBasicVariable TickAgain(CBrindle*, CBasicVariableArray&, int) {
+  const auto timers = ticked->timers;
+  for (const auto& [identifier, tick] : timers)
+    tick();
+  return {};
+}
+
+CBasicVariable Throw(CBrindle*, CBasicVariableArray&, int) {
+  throw std::runtime_error("of the host");
+}
+
+TEST_F(TimerTest, a_tick_within_its_own_handler_is_dropped) {
+  ticked = &m_ui;
+  Interpreter().AddCustomFunction(u"tickagain", &TickAgain, 0, nullptr);
+  Run("event create OnTimer work\ntimerstart 10\nend\nsub work()\nprint \"in\"\ncall tickagain()\nprint \"out\"\n"
+      "endsub\n");
+  Tick();
+  EXPECT_EQ(m_ui.Output(), "in\nout\n");
+  Tick();
+  EXPECT_EQ(m_ui.Output(), "in\nout\nin\nout\n") << "the next one is handled";
+}
+
+TEST_F(TimerTest, an_exception_of_the_host_comes_out_of_a_tick_that_no_box_waits_for) {
+  Interpreter().AddCustomFunction(u"fails", &Throw, 0, nullptr);
+  Run("event create OnTimer work\ntimerstart 10\nend\nsub work()\ncall fails()\nendsub\n");
+  EXPECT_THROW(Tick(), std::runtime_error);
+  EXPECT_EQ(State().m_nScopeLevel, 1);
+  EXPECT_THROW(Tick(), std::runtime_error) << "the timer goes on";
 }
 
 TEST_F(TimerTest, the_interpreter_stops_its_timer_when_it_ends) {

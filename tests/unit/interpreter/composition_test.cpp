@@ -54,6 +54,20 @@ TEST_F(CompositionTest, files_that_include_each_other_report_1) {
   EXPECT_NE(m_ui.Output().find("b\n"), std::string::npos);
 }
 
+TEST_F(CompositionTest, a_program_of_more_than_4000_composition_lines_reports_17) {
+  m_folder.Write("lib.bas", "sub greet()\nprint \"greet\"\nendsub\n");
+  std::string lines;
+  for (int i = 0; i < 4000; ++i)
+    lines += "library \"lib.bas\"\n";
+  Run(lines + "call greet()\nend\n", "main.bas");
+  EXPECT_TRUE(m_ui.errors.empty());
+  EXPECT_EQ(m_ui.Output(), "greet\n");
+  m_ui.Forget();
+  Run("library \"lib.bas\"\n" + lines + "print \"on\"\nend\n", "main.bas");
+  EXPECT_EQ(m_ui.ErrorNumbers(), Numbers{17});
+  EXPECT_EQ(m_ui.Output(), "on\n");
+}
+
 TEST_F(CompositionTest, libraries_that_name_each_other_are_appended_once_each) {
   m_folder.Write("a.bas", "library \"b.bas\"\nsub fa()\nprint \"a\"\nendsub\n");
   m_folder.Write("b.bas", "library \"a.bas\"\nsub fb()\nprint \"b\"\nendsub\n");

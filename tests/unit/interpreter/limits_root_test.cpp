@@ -1,4 +1,5 @@
 // The folder that no path of a script leads out of.
+#include "platform/file.h"
 #include "platform/file_root.h"
 #include "support/dialog_user_interface.h"
 #include "support/script_test.h"
@@ -210,6 +211,55 @@ TEST_P(LimitsRootTest, a_root_that_is_moved_meanwhile_stays_the_folder_that_it_w
   fs::rename(m_folder.Path("root"), m_folder.Path("moved"));
   m_folder.Write("root/in.txt", "another\n");
   EXPECT_EQ(LineOf("in.txt"), "inside");
+}
+
+TEST_P(LimitsRootTest, files_are_removed_below_the_root_only) {
+  const auto root = brindle::FileRoot::Open(m_folder.Path("root").string());
+  ASSERT_NE(root, nullptr);
+  const brindle::FileRoot::Scope scope(root.get());
+  for (const char16_t* path : {u"..\\outside.txt", u"/linked/more.txt", u"missing.txt", u"sub", u""}) {
+    EXPECT_FALSE(CFile::Remove(path)) << CString(path).ToUtf8();
+  }
+  EXPECT_FALSE(CFile::Remove(std::u16string_view(u"in.txt\0x", 8)));
+  EXPECT_TRUE(fs::exists(m_folder.Path("outside.txt")));
+  EXPECT_TRUE(fs::exists(m_folder.Path("outside/more.txt")));
+  EXPECT_TRUE(CFile::Remove(u"\\SUB\\deep.txt"));
+  EXPECT_FALSE(fs::exists(m_folder.Path("root/Sub/Deep.txt")));
+  EXPECT_FALSE(CFile::Remove(u"/link.txt")) << "it leads outside";
+  EXPECT_TRUE(fs::is_symlink(m_folder.Path("root/link.txt")));
+  EXPECT_TRUE(fs::exists(m_folder.Path("outside.txt")));
+}
+
+TEST_P(LimitsRootTest, a_name_without_wildcards_finds_the_exact_one_first) {
+  const auto root = brindle::FileRoot::Open(m_folder.Path("root").string());
+  ASSERT_NE(root, nullptr);
+  using Names = std::vector<std::u16string>;
+  m_folder.Write("root/IN.TXT", "upper\n");
+  EXPECT_EQ(root->FindFiles(u"/in.txt"), Names{u"in.txt"});
+  EXPECT_EQ(root->FindFiles(u"/IN.TXT"), Names{u"IN.TXT"});
+  EXPECT_EQ(root->FindFiles(u"/In.Txt"), Names{u"IN.TXT"}) << "else the first in order";
+  EXPECT_EQ(root->FindFiles(u"/in.txt/x"), Names{}) << "a file is no folder";
+}
+
+TEST_P(LimitsRootTest, what_lies_in_a_folder_that_is_not_there_has_no_name) {
+  const auto root = brindle::FileRoot::Open(m_folder.Path("root").string());
+  ASSERT_NE(root, nullptr);
+  EXPECT_EQ(root->NameOf(m_folder.Path("root/nowhere/x.txt").string()), std::nullopt);
+  EXPECT_EQ(root->NameOf(m_folder.Path("root/new.txt").string()), u"\\new.txt");
+  EXPECT_EQ(root->PathOf(u"/sub/deep.txt"), m_folder.Path("root/Sub/Deep.txt").string());
+  EXPECT_EQ(root->PathOf(u"/sub/other.txt"), std::nullopt);
+  EXPECT_EQ(brindle::FileRoot::Open(m_folder.Path("root").string() + std::string("\0x", 2)), nullptr);
+}
+
+TEST_P(LimitsRootTest, a_relative_path_starts_at_the_current_folder_below_the_root) {
+  const auto root = brindle::FileRoot::Open(m_folder.Path("root").string());
+  ASSERT_NE(root, nullptr);
+  const fs::path before = fs::current_path();
+  fs::current_path(m_folder.Path("root/Sub"));
+  EXPECT_EQ(root->PathOf(u"deep.txt"), m_folder.Path("root/Sub/Deep.txt").string());
+  fs::current_path(m_folder.Path(""));
+  EXPECT_EQ(root->PathOf(u"in.txt"), m_folder.Path("root/in.txt").string());
+  fs::current_path(before);
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 // "open" and "close" as the system sees them: descriptors, numbers, and what an interpreter leaves open.
 #include "support/script_test.h"
 
+#include <sys/stat.h>
+
 namespace {
 
 class ScriptFilesTest : public ScriptTest {
@@ -86,6 +88,33 @@ TEST_F(ScriptFilesTest, an_abort_leaves_files_open_for_the_next_run) {
   Run("open " + Quoted("a.txt") + " as 1 text\nprint readline(1)\nnext\nclose 1\n");
   Run("print readline(1)\n");
   EXPECT_EQ(m_ui.Output(), "one\ntwo\n");
+}
+
+TEST_F(ScriptFilesTest, what_has_no_end_to_append_to_is_not_found) {
+  ASSERT_EQ(mkfifo(m_folder.Path("pipe").c_str(), 0600), 0);
+  const auto before = OpenDescriptors();
+  Run("open " + Quoted("pipe") + " for append as 1\nprint \"on\"\n");
+  EXPECT_EQ(m_ui.ErrorNumbers(), Numbers{47});
+  EXPECT_EQ(m_ui.Output(), "on\n");
+  EXPECT_EQ(OpenDescriptors(), before);
+}
+
+TEST_F(ScriptFilesTest, sizes_and_positions_beyond_31_bits_are_numbers) {
+  m_folder.Write("large", "");
+  std::filesystem::resize_file(m_folder.Path("large"), 3000000000U);
+  Run("open " + Quoted("large") +
+      " for input as 1\nprint filesize(1)\nx = seek(1, 2999999999)\nprint x\n"
+      "print getfilepos(1)\nx = seek(1, 5)\nprint x\nclose 1\n");
+  EXPECT_EQ(m_ui.Output(), "3000000000.000000\n2999999999.000000\n2999999999.000000\n5\n");
+  EXPECT_TRUE(m_ui.errors.empty());
+}
+
+TEST_F(ScriptFilesTest, a_line_beyond_64_mi_characters_reports_50) {
+  m_folder.Write("long", "");
+  std::filesystem::resize_file(m_folder.Path("long"), (64U << 20) + 100);
+  Run("open " + Quoted("long") + " for input as 1 text\nx = readline(1)\nprint \"behind\"\n");
+  Run("open " + Quoted("long") + " for input as 2 text\nx = readlist(2, \",\")\nprint \"behind\"\n");
+  EXPECT_EQ(m_ui.ErrorNumbers(), (Numbers{50, 50}));
 }
 
 } // namespace

@@ -188,4 +188,58 @@ TEST(AutomationArrays, values_that_are_arrays_copy_and_clear) {
   EXPECT_EQ(SafeArrayDestroy(nullptr), S_OK);
 }
 
+TEST(AutomationArrays, wrong_arguments_are_refused) {
+  SAFEARRAY* array = SafeArrayCreateVector(VT_I4, 0, 1);
+  SAFEARRAY* copy = array;
+  LONG index = 0;
+  LONG number = 5;
+  void* data = nullptr;
+  VARTYPE kind = VT_EMPTY;
+  EXPECT_EQ(SafeArrayCopy(array, nullptr), E_INVALIDARG);
+  EXPECT_EQ(SafeArrayCopy(nullptr, &copy), S_OK);
+  EXPECT_EQ(copy, nullptr);
+  EXPECT_EQ(SafeArrayGetDim(nullptr), 0U);
+  EXPECT_EQ(SafeArrayGetElemsize(nullptr), 0U);
+  EXPECT_EQ(SafeArrayGetVartype(nullptr, &kind), E_INVALIDARG);
+  EXPECT_EQ(SafeArrayGetVartype(array, nullptr), E_INVALIDARG);
+  EXPECT_EQ(SafeArrayGetLBound(nullptr, 1, &number), E_INVALIDARG);
+  EXPECT_EQ(SafeArrayGetLBound(array, 1, nullptr), E_INVALIDARG);
+  EXPECT_EQ(SafeArrayGetUBound(nullptr, 1, &number), E_INVALIDARG);
+  EXPECT_EQ(SafeArrayGetUBound(array, 1, nullptr), E_INVALIDARG);
+  EXPECT_EQ(SafeArrayGetUBound(array, 2, &number), DISP_E_BADINDEX);
+  EXPECT_EQ(SafeArrayAccessData(nullptr, &data), E_INVALIDARG);
+  EXPECT_EQ(SafeArrayAccessData(array, nullptr), E_INVALIDARG);
+  EXPECT_EQ(SafeArrayUnaccessData(nullptr), E_INVALIDARG);
+  EXPECT_EQ(SafeArrayGetElement(nullptr, &index, &number), E_INVALIDARG);
+  EXPECT_EQ(SafeArrayGetElement(array, nullptr, &number), E_INVALIDARG);
+  EXPECT_EQ(SafeArrayGetElement(array, &index, nullptr), E_INVALIDARG);
+  EXPECT_EQ(SafeArrayPutElement(nullptr, &index, &number), E_INVALIDARG);
+  EXPECT_EQ(SafeArrayPutElement(array, nullptr, &number), E_INVALIDARG);
+  EXPECT_EQ(SafeArrayPutElement(array, &index, nullptr), E_INVALIDARG);
+  EXPECT_EQ(number, 5);
+  EXPECT_EQ(SafeArrayDestroy(array), S_OK);
+}
+
+TEST(AutomationArrays, a_value_whose_array_is_in_use_takes_no_other) {
+  VARIANT target;
+  VariantInit(&target);
+  target.vt = VT_ARRAY | VT_I4;
+  target.parray = SafeArrayCreateVector(VT_I4, 0, 1);
+  SAFEARRAY* const used = target.parray;
+  void* data = nullptr;
+  SafeArrayAccessData(used, &data);
+  VARIANT source;
+  VariantInit(&source);
+  source.vt = VT_BSTR;
+  source.bstrVal = SysAllocString(reinterpret_cast<const OLECHAR*>(u"text"));
+  EXPECT_EQ(VariantCopy(&target, &source), DISP_E_ARRAYISLOCKED);
+  EXPECT_EQ(target.vt, VT_ARRAY | VT_I4);
+  EXPECT_EQ(target.parray, used);
+  SafeArrayUnaccessData(used);
+  EXPECT_EQ(VariantCopy(&target, &source), S_OK);
+  EXPECT_EQ(target.vt, VT_BSTR);
+  VariantClear(&source);
+  VariantClear(&target);
+}
+
 } // namespace

@@ -52,4 +52,41 @@ TEST(AutomationText, codes_without_a_message_are_named_by_their_number) {
   EXPECT_EQ(brindle::ResultText(5).ToUtf8(), "Error 0x00000005");
 }
 
+TEST(AutomationText, every_kind_of_value_has_its_text) {
+  const auto valueOf = [](VARTYPE kind, auto VARIANT::*member, auto number) {
+    VARIANT value{};
+    value.vt = kind;
+    value.*member = number;
+    return value;
+  };
+  const struct {
+    VARIANT value;
+    const char* text;
+  } rows[] = {
+      {valueOf(VT_I1, &VARIANT::cVal, static_cast<CHAR>(-5)), "-5"},
+      {valueOf(VT_UI1, &VARIANT::bVal, BYTE{200}), "200"},
+      {valueOf(VT_I2, &VARIANT::iVal, SHORT{-300}), "-300"},
+      {valueOf(VT_UI2, &VARIANT::uiVal, USHORT{60000}), "60000"},
+      {valueOf(VT_I4, &VARIANT::lVal, LONG{-70000}), "-70000"},
+      {valueOf(VT_INT, &VARIANT::intVal, INT{-70001}), "-70001"},
+      {valueOf(VT_UI4, &VARIANT::ulVal, ULONG{4000000000U}), "4000000000"},
+      {valueOf(VT_UINT, &VARIANT::uintVal, UINT{4000000001U}), "4000000001"},
+      {valueOf(VT_I8, &VARIANT::llVal, LONGLONG{-5000000000}), "-5000000000"},
+      {valueOf(VT_UI8, &VARIANT::ullVal, ULONGLONG{18446744073709551615U}), "18446744073709551615"},
+      {valueOf(VT_R4, &VARIANT::fltVal, FLOAT{2.5F}), "2.500000"},
+      {valueOf(VT_R8, &VARIANT::dblVal, DOUBLE{-0.125}), "-0.125000"},
+      {valueOf(VT_BOOL, &VARIANT::boolVal, VARIANT_TRUE), "True"},
+      {valueOf(VT_BOOL, &VARIANT::boolVal, VARIANT_FALSE), "False"},
+      {valueOf(VT_EMPTY, &VARIANT::lVal, LONG{5}), ""},
+      {valueOf(VT_UNKNOWN, &VARIANT::lVal, LONG{0}), ""},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(brindle::VariantText(row.value).ToUtf8(), row.text) << row.value.vt;
+  VARIANT text{};
+  text.vt = VT_BSTR;
+  text.bstrVal = SysAllocString(reinterpret_cast<const OLECHAR*>(u"there"));
+  EXPECT_EQ(brindle::VariantText(text).ToUtf8(), "there");
+  VariantClear(&text);
+}
+
 } // namespace

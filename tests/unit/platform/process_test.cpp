@@ -106,6 +106,17 @@ TEST_F(Process, any_other_file_goes_to_the_opener) {
   }
 }
 
+TEST_F(Process, a_name_like_an_option_reaches_the_opener_as_a_file) {
+  MakeProgram("xdg-open", WriteArguments);
+  std::ofstream(m_folder / "-help.txt") << "text";
+  setenv("PATH", (m_folder.string() + ":" + m_savedPath).c_str(), 1);
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(m_folder);
+  StartFile(u"-help.txt", u"");
+  EXPECT_EQ(Await("done"), "1:./-help.txt:");
+  std::filesystem::current_path(before);
+}
+
 TEST_F(Process, failures_are_silent) {
   setenv("PATH", m_folder.c_str(), 1); // no opener there
   std::ofstream(m_folder / "plain.txt") << "text";

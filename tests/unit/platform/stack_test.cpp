@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <pthread.h>
+#include <ucontext.h>
 
 #include <cstddef>
+#include <memory>
 
 namespace brindle {
 namespace {
@@ -78,6 +80,47 @@ TEST(Stack, recursion_in_a_thread_ends_before_its_stack_does) {
 
 TEST(Stack, recursion_on_the_main_thread_ends_before_its_stack_does) {
   EXPECT_GT(DepthUntil(256U * 1024), 50);
+}
+
+// What a coroutine of the host sees, on a stack of its own.
+std::size_t seen = 0;
+
+void Look() {
+  seen = RemainingStack();
+}
+
+void LookOn(void* stack, std::size_t size) {
+  ucontext_t here{};
+  ucontext_t there{};
+  ASSERT_EQ(getcontext(&there), 0);
+  there.uc_stack.ss_sp = stack;
+  there.uc_stack.ss_size = size;
+  there.uc_link = &here;
+  makecontext(&there, &Look, 0);
+  seen = 0;
+  ASSERT_EQ(swapcontext(&here, &there), 0);
+}
+
+constexpr std::size_t CoroutineStack = std::size_t{256} << 10;
+
+void* LookOnAnother(void* stack) {
+  static_cast<void>(RemainingStack());
+  LookOn(stack, CoroutineStack);
+  return nullptr;
+}
+
+TEST(Stack, on_a_stack_of_the_hosts_own_the_remainder_is_a_guess) {
+  // Far below the thread's own stack, and above it.
+  const auto below = std::make_unique<char[]>(CoroutineStack);
+  static_cast<void>(RemainingStack());
+  LookOn(below.get(), CoroutineStack);
+  const std::size_t guess = seen;
+  EXPECT_GT(guess, 64U * 1024);
+  alignas(16) char above[CoroutineStack];
+  pthread_t thread{};
+  ASSERT_EQ(pthread_create(&thread, nullptr, &LookOnAnother, above), 0);
+  ASSERT_EQ(pthread_join(thread, nullptr), 0);
+  EXPECT_EQ(seen, guess);
 }
 
 } // namespace

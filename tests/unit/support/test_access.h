@@ -88,6 +88,15 @@ struct BrindleTestAccess {
   static bool SetVariable(CBrindle& interpreter, const CString& name, const CBasicVariable& value, int index) {
     return interpreter.SetVariable(name, value, index);
   }
+  static bool SetVariable(CBrindle& interpreter, const CString& name, const CString& value, int index) {
+    return interpreter.SetVariable(name, value, index);
+  }
+  static bool CopyVariable(CBrindle& interpreter, const CString& name, const CBasicVariable& value, bool global) {
+    return interpreter.CopyVariable(name, value, global);
+  }
+  static void AddScopeLevelExtension(const CBrindle& interpreter, CString& name) {
+    interpreter.AddScopeLevelExtension(name);
+  }
 
   // Built-in functions.
   static bool ExecStringOperation(CBrindle& interpreter, CBasicVariable& result, CBasicVariableArray& arguments,

@@ -72,4 +72,22 @@ TEST(ErrorDetailTest, of_many_calls_the_innermost_are_shown_and_the_others_count
   EXPECT_EQ(brindle::FormatErrorPlace(place), shown + "  and 1001 calls more\n");
 }
 
+TEST(ErrorDetailTest, a_character_of_two_units_is_not_cut_where_a_long_line_begins) {
+  std::u16string line;
+  while (line.size() < 1000)
+    line += u"\U0001F332";
+  // The part would begin in the middle of a character.
+  for (const int column : {301, 302}) {
+    const std::string text = brindle::FormatErrorPlace(Place(line.c_str(), column));
+    EXPECT_EQ(text.find("\xEF\xBF\xBD"), std::string::npos) << text;
+    EXPECT_NE(text.find("| ... \U0001F332"), std::string::npos) << text;
+  }
+}
+
+TEST(ErrorDetailTest, what_a_terminal_would_obey_in_a_files_name_is_not_shown) {
+  CErrorPlace place = Place(u"next", 1);
+  place.file = u"a\x1b[2J\x7f.bas";
+  EXPECT_EQ(brindle::FormatErrorPlace(place), "a?[2J?.bas:12:1\n 12 | next\n    | ^\n");
+}
+
 } // namespace

@@ -10,7 +10,9 @@ Exit status 77 when the machine has no dbus-daemon.
 import argparse
 import os
 import pathlib
+import pty
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
@@ -226,6 +228,36 @@ def what_vanishes(bus, service):
     check("no bus at all", result.stderr.startswith("D-Bus: ") and result.stderr.count("\n") == 1, result.stderr)
 
 
+def what_is_stopped(bus, service):
+    """A call that nobody answers for a minute ends with the run: at the limit of time, and when somebody interrupts."""
+    environment = dict(bus.environment, BRINDLE_DBUS_TIMEOUT="60")
+    program = SERVICE + 'print "calling"\nx = o.Silent()\nprint "behind"\n'
+    (bus.folder / "wait.bas").write_text(program, encoding="utf-8")
+    started = time.monotonic()
+    result = subprocess.run([bus.runner, "--on-error=continue", "--max-seconds=0.5", "wait.bas"], cwd=bus.folder,
+                            env=environment, capture_output=True, text=True, timeout=50, check=False)
+    check("a call ends at the limit of time", result.returncode == 1 and result.stdout == "calling\n" and
+          result.stderr.startswith("Limit of time reached\n") and "D-Bus" not in result.stderr and
+          0.5 <= time.monotonic() - started < 50, result.stdout + result.stderr)
+
+    # At the prompt, which needs a terminal to read from, an interruption asks for a stop.
+    keyboard, terminal = pty.openpty()
+    prompt = subprocess.Popen([bus.runner], cwd=bus.folder, env=dict(environment, TERM="xterm"), stdin=terminal,
+                              stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+    os.close(terminal)
+    time.sleep(0.3)
+    os.write(keyboard, (SERVICE + 'call o.Calling() : x = o.Silent() : print "behind"\n').encode())
+    check("the prompt calls", service.stdout.readline() == "called\n")
+    time.sleep(0.1)
+    prompt.send_signal(signal.SIGINT)
+    time.sleep(0.3)
+    os.write(keyboard, b'print o.EchoS("on")\n')
+    check("a call ends when it is interrupted", read_up_to(prompt.stdout, "on\n"))
+    os.close(keyboard)  # the end of the input
+    output, errors = prompt.communicate(timeout=50)
+    check("and without a word of it", output == "" and "D-Bus" not in errors, output + errors)
+
+
 def read_up_to(stream, text):
     seen = ""
     while text not in seen:
@@ -253,6 +285,7 @@ def main():
             check("the test's own service starts", service.stdout.readline() == "ready\n")
             every_type(bus)
             what_is_refused(bus)
+            what_is_stopped(bus, service)
             what_vanishes(bus, service)
         finally:
             bus.end()

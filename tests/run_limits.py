@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
-"""The options of the runner that limit a script."""
+"""The options of the runner that limit a script, and a host that lets itself be interrupted."""
 
 import argparse
+import signal
 import subprocess
 import sys
 import tempfile
@@ -99,6 +100,24 @@ def check_outside(checks):
                                     "--forbid=" + ",".join(FORBIDDEN)), 1, "Not allowed\n", "end\n")
 
 
+def check_interruption(checks, host):
+    """A signal handler of the host ends a script that waits for an answer."""
+    root = checks.folder / "guest"
+    root.mkdir()
+    script = root / "waits.bas"
+    script.write_text('print "asking"\nx = ask("Go on?")\nprint "never"\n')
+    process = subprocess.Popen([host, root, script], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                               stderr=subprocess.PIPE)
+    prompt = process.stderr.readline()  # the handler is there by now
+    process.send_signal(signal.SIGINT)
+    printed = process.stdout.read()  # the input stays open
+    status = process.wait(timeout=60)
+    process.stdin.close()
+    if (status, prompt, printed) != (0, b"Go on? [y/n]:\n", b"asking\nlast error: Stopped by the host\n"):
+        checks.failures += 1
+        print(f"FAILED an interruption: {status}\n{prompt!r}\n{printed!r}")
+
+
 def check_usage(checks):
     for option in ("--max-statements=0", "--max-statements=x", "--max-seconds=0", "--max-seconds=-1", "--max-memory=0",
                    "--max-depth=0", "--root=", "--forbid=files"):
@@ -108,11 +127,14 @@ def check_usage(checks):
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--runner", required=True, type=Path)
+    parser.add_argument("--host", type=Path, help="examples/untrusted")
     arguments = parser.parse_args()
     with tempfile.TemporaryDirectory(prefix="brindle-limits-") as folder:
         checks = Checks(arguments.runner.resolve(), Path(folder))
         for check in (check_budgets, check_wait, check_outside, check_usage):
             check(checks)
+        if arguments.host:
+            check_interruption(checks, arguments.host.resolve())
     print("failed" if checks.failures else "passed")
     return 1 if checks.failures else 0
 

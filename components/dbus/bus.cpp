@@ -1,10 +1,18 @@
 #include "bus.h"
 
+#include "brindle/stop_request.h"
+
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
+#include <climits>
 #include <cstdint>
 #include <cstdlib>
+#include <optional>
 #include <system_error>
+
+#include <poll.h>
 
 namespace brindle {
 
@@ -57,23 +65,71 @@ BusMessage Bus::NewCall(const std::string& service, const std::string& path, con
   return BusMessage(message);
 }
 
+namespace {
+
+struct SlotRelease {
+  void operator()(sd_bus_slot* slot) const noexcept { sd_bus_slot_unref(slot); }
+};
+
+int KeepReply(sd_bus_message* reply, void* place, sd_bus_error*) {
+  static_cast<BusMessage*>(place)->reset(sd_bus_message_ref(reply));
+  return 1;
+}
+
+[[noreturn]] void Fail(const std::string& text) {
+  throw std::runtime_error("D-Bus: " + text);
+}
+
+// Milliseconds until the earlier of two moments, rounded up; -1 where there is none.
+int WaitTime(std::uint64_t busMicroseconds, std::optional<CStopRequest::Clock::time_point> deadline) {
+  using std::chrono::ceil, std::chrono::microseconds, std::chrono::milliseconds;
+  const auto now = std::chrono::duration_cast<microseconds>(CStopRequest::Clock::now().time_since_epoch());
+  std::optional<microseconds> until;
+  if (deadline)
+    until = ceil<microseconds>(deadline->time_since_epoch());
+  if (busMicroseconds != UINT64_MAX) {
+    const auto bus = microseconds(static_cast<std::int64_t>(std::min<std::uint64_t>(busMicroseconds, INT64_MAX)));
+    until = until ? std::min(*until, bus) : bus;
+  }
+  if (!until)
+    return -1;
+  return static_cast<int>(std::clamp<std::int64_t>(ceil<milliseconds>(*until - now).count(), 0, INT_MAX));
+}
+
+} // namespace
+
+// Until there is something to do for the connection; false when the run that waits is to stop.
+bool Bus::Await() {
+  const int events = Checked(sd_bus_get_events(m_pBus), "the connection is lost");
+  std::uint64_t timeout = 0; // by the monotonic clock, as the deadline is
+  Checked(sd_bus_get_timeout(m_pBus, &timeout), "the connection is lost");
+  std::array<pollfd, 2> entries = {pollfd{sd_bus_get_fd(m_pBus), static_cast<short>(events), 0},
+                                   pollfd{CStopRequest::Descriptor(), POLLIN, 0}};
+  if (CStopRequest::IsMade())
+    return false;
+  if (::poll(entries.data(), entries.size(), WaitTime(timeout, CStopRequest::Deadline())) < 0 && errno != EINTR)
+    Checked(-errno, "the connection cannot be waited for");
+  return !CStopRequest::IsMade();
+}
+
 BusMessage Bus::Call(const BusMessage& message) {
-  // What came unasked since the last call goes first, or it would pile up.
-  while (sd_bus_process(m_pBus, nullptr) > 0) {
+  BusMessage reply;
+  sd_bus_slot* slot = nullptr;
+  Checked(sd_bus_call_async(m_pBus, &slot, message.get(), &KeepReply, &reply, TimeoutInMicroseconds()),
+          "the call cannot be sent");
+  // A call that is given up is forgotten here: its answer, should it come, finds nobody.
+  const std::unique_ptr<sd_bus_slot, SlotRelease> pending(slot);
+  while (reply == nullptr) {
+    // What comes unasked goes first, or it would pile up.
+    if (Checked(sd_bus_process(m_pBus, nullptr), "the connection is lost") == 0 && reply == nullptr && !Await())
+      Fail("the call was given up, since the run is to stop");
   }
-  sd_bus_error error = SD_BUS_ERROR_NULL;
-  sd_bus_message* reply = nullptr;
-  const int result = sd_bus_call(m_pBus, message.get(), TimeoutInMicroseconds(), &error, &reply);
-  if (result < 0) {
-    std::string text = error.message != nullptr ? error.message : std::generic_category().message(-result);
-    if (error.name != nullptr)
-      text += std::string(" (") + error.name + ")";
-    sd_bus_error_free(&error);
-    if (result == -ETIMEDOUT)
-      text = "the service did not answer in time";
-    throw std::runtime_error("D-Bus: " + text);
-  }
-  return BusMessage(reply);
+  if (sd_bus_message_is_method_error(reply.get(), nullptr) <= 0)
+    return reply;
+  if (sd_bus_message_get_errno(reply.get()) == ETIMEDOUT && IsOpen())
+    Fail("the service did not answer in time");
+  const sd_bus_error* const error = sd_bus_message_get_error(reply.get());
+  Fail(std::string(error->message != nullptr ? error->message : error->name) + " (" + error->name + ")");
 }
 
 } // namespace brindle

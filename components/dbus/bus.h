@@ -2,7 +2,8 @@
 // Room: components. Used by: BusObject, conversion.
 // May touch: the bus.
 // Must not: run its own threads or handlers; it only speaks when a script calls.
-// Invariant: a call is answered, or fails within the time-out; failures throw std::runtime_error.
+// Invariant: a call is answered, or fails within the time-out or as soon as the run is to stop; failures throw
+// std::runtime_error.
 #pragma once
 
 #include <systemd/sd-bus.h>
@@ -38,6 +39,7 @@ public:
 
 private:
   explicit Bus(sd_bus* bus) noexcept : m_pBus(bus) {}
+  [[nodiscard]] bool Await();
 
   sd_bus* m_pBus;
 };

@@ -16,6 +16,7 @@
 #include "brindle/error_place.h"
 #include "brindle/interpreter.h"
 #include "brindle/limits.h"
+#include "brindle/stop_request.h"
 #include "brindle/text.h"
 #include "brindle/user_interface.h"
 #include "brindle/variable.h"

@@ -165,6 +165,8 @@ public:
   /// whose header gives records no length or ends behind the end of the file.
   bool AppendRecord(bool bCheck);
   bool AppendRecord(const CStringArray& values, bool bCheck);
+  /// As above; what `values` holds afterwards is of no use.
+  bool AppendRecord(CStringArray&& values, bool bCheck);
   /// Marks a record; the record count and the values stay. Leaves the position behind the record's first byte.
   bool MarkRecordAsDeleted(unsigned long nRecord);
   /// Takes the lengths of `nCount` records off the end of the file and off the record count. False when `nCount`
@@ -235,6 +237,7 @@ private:
 
   [[nodiscard]] bool SetFileName(const CString& fileName);
   void AddField(const CDbfFieldDescriptorEx& field);
+  [[nodiscard]] bool TakeRecordFields(CStringArray& values);
   void ReadHeader();
   [[nodiscard]] bool IsCutOff() const;
   [[nodiscard]] std::uint64_t PlaceOf(std::uint64_t record) const noexcept;

@@ -412,7 +412,7 @@ private:
   std::unique_ptr<brindle::InterpreterState> m_pState;
 
   static int m_nNumberOfCopies;
-  static std::atomic<std::uint64_t> m_nFunctionChanges;
+  static std::atomic<std::uint64_t> m_nHostFunctionChanges;
   static CPtrList m_List;
   static CCriticalSection m_Door;
   static CMapStringToPtr m_ExtFunctionTable;

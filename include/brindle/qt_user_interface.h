@@ -22,7 +22,9 @@
 class QWidget;
 
 /// Use it on the thread of the Qt application. Every box and dialog is modal and serves timers while it is
-/// shown; where the application's event loop is told to end, what is open is cancelled.
+/// shown; where the application's event loop is told to end, what is open is cancelled. So it is when the run that has
+/// opened it is to stop or its time is up; the notice that tells of a used-up budget stays until it is read, or until
+/// a stop is asked for.
 class BRINDLE_QT_API CQtUserInterface : public CWindowUserInterface {
 public:
   /// `parent` (borrowed, may be null) is the window that boxes and dialogs belong to; a dialog that runs takes

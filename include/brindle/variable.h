@@ -284,7 +284,9 @@ private:
     [[nodiscard]] const CVarBase* Data() const noexcept { return m_nCapacity == 1 ? &m_first : m_pHeap; }
     void Reserve(int capacity);
     void Destroy() noexcept;
-    void NoteDirect() noexcept { m_nDirect = m_nCapacity == 1 || m_isWatched != 0 ? 0U : static_cast<unsigned>(m_nCount); }
+    void NoteDirect() noexcept {
+      m_nDirect = m_nCapacity == 1 || m_isWatched != 0 ? 0U : static_cast<unsigned>(m_nCount);
+    }
 
     unsigned m_nDirect = 0; // how many of the first items can be written in place: none, or all
     int m_nCount = 1;

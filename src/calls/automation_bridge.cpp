@@ -192,6 +192,9 @@ bool CBrindle::HandleAutomationError(long code, EXCEPINFO& info) {
 
 // A box of its own, in one line: it is no error of the language, and the run goes on.
 void CBrindle::ReportAutomation(const CString& text) {
+  // What a call that was given up has led to is no failure of the object.
+  if (m_pState->runDepth > 0 && m_pState->budget->ShouldStop())
+    AbortByBudget(std::nullopt);
   CString line = text;
   line.Replace(u'\r', u' ');
   line.Replace(u'\n', u' ');

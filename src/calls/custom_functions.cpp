@@ -22,7 +22,7 @@ bool CBrindle::AddCustomFunction(const CString& name, BrindleCallback callback, 
   function->m_pCallback = callback;
   function->m_nValue = value;
   m_ExtFunctionTable.SetAt(name, function.get());
-  ++m_nFunctionChanges;
+  ++m_nHostFunctionChanges;
   function.release();
   return true;
 }

@@ -211,11 +211,12 @@ bool CBrindle::ExecCall() {
 
 bool CBrindle::FunctionsFree() {
   m_pState->functions.Clear();
-  ++m_nFunctionChanges;
+  m_pState->functions.NoteChange();
   if (m_nNumberOfCopies == 1) {
     for (const auto& entry : m_ExtFunctionTable)
       delete static_cast<CFuncDesc*>(entry.second);
     m_ExtFunctionTable.RemoveAll();
+    ++m_nHostFunctionChanges;
   }
   return true;
 }

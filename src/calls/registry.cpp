@@ -6,7 +6,7 @@
 #include <vector>
 
 int CBrindle::m_nNumberOfCopies = 0;
-std::atomic<std::uint64_t> CBrindle::m_nFunctionChanges = 0;
+std::atomic<std::uint64_t> CBrindle::m_nHostFunctionChanges = 0;
 CPtrList CBrindle::m_List;
 CCriticalSection CBrindle::m_Door;
 

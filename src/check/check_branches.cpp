@@ -40,7 +40,7 @@ bool ScriptChecker::If(const Token& word) {
   }
   const std::uint32_t then = m_reader.Position();
 
-  m_reader.FindLastPair(COMMAND_IF, COMMAND_ENDIF, COMMAND_ELSE);
+  m_pairs.Skip(PairIndex::Block::If);
   const COMMAND_TYPE stop = m_reader.Current().command;
   if (stop == COMMAND_ELSE || stop == COMMAND_ENDIF) {
     if (outcome != Outcome::Always)
@@ -63,7 +63,7 @@ bool ScriptChecker::If(const Token& word) {
 bool ScriptChecker::Else(const Token& word) {
   const Token& next = m_reader.Peek();
   const bool elseIf = next.command == COMMAND_IF;
-  m_reader.FindLastPair(COMMAND_IF, COMMAND_ENDIF, COMMAND_ELSE);
+  m_pairs.Skip(PairIndex::Block::If);
   if (m_reader.Current().command == COMMAND_ENDIF) {
     GoTo(m_reader.Position(), m_state);
     return false;
@@ -124,7 +124,7 @@ bool ScriptChecker::For(const Token& word) {
   if (limit.kind == TOKEN_VARIABLE && KindsOf(limit) == kUndefinedValue && start.number && *start.number > 0) {
     Report(ProblemCode::UnsetRead, limit, "the variable " + Quoted(limit) + " is read but was never assigned",
            "As the end of a loop it counts as 0, and the loop is skipped without an error. Assign it first.");
-    m_reader.FindLastPair(COMMAND_FOR, COMMAND_NEXT, COMMAND_NONE);
+    m_pairs.Skip(PairIndex::Block::For);
     return true;
   }
   if (!Expression(end)) {
@@ -136,7 +136,7 @@ bool ScriptChecker::For(const Token& word) {
            "writes outside (error 36). Write to ubound(...) - 1.");
 
   const std::uint32_t body = m_reader.Position();
-  m_reader.FindLastPair(COMMAND_FOR, COMMAND_NEXT, COMMAND_NONE);
+  m_pairs.Skip(PairIndex::Block::For);
   const bool never = start.number && end.number && *end.number < *start.number;
   const bool always = start.number && end.number && !never;
   if (m_reader.Current().command == COMMAND_NEXT) {
@@ -207,7 +207,7 @@ bool ScriptChecker::Do(const Token& word) {
   if (outcome == Outcome::Fails)
     Recover();
   const std::uint32_t body = m_reader.Position();
-  m_reader.FindLastPair(COMMAND_DO, COMMAND_LOOP, COMMAND_NONE);
+  m_pairs.Skip(PairIndex::Block::Do);
   if (m_reader.Current().command == COMMAND_LOOP) {
     if (outcome != Outcome::Always)
       GoTo(m_reader.Position(), m_state);

@@ -12,6 +12,7 @@
 #include "check/dialect.h"
 #include "check/flow_state.h"
 #include "check/outline.h"
+#include "check/pair_index.h"
 #include "check/problem_list.h"
 #include "check/script_reader.h"
 
@@ -178,6 +179,7 @@ private:
   ScriptReader& m_reader;
   ProblemList& m_problems;
   Outline m_outline;
+  PairIndex m_pairs;
   std::set<CString> m_hostFunctions;
 
   std::vector<Context> m_contexts;

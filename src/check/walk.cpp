@@ -11,7 +11,7 @@ constexpr std::uint64_t kMostSteps = 20'000'000;
 } // namespace
 
 ScriptChecker::ScriptChecker(ScriptReader& reader, ProblemList& problems, const std::vector<CString>& hostFunctions)
-    : m_reader(reader), m_problems(problems), m_outline(reader) {
+    : m_reader(reader), m_problems(problems), m_outline(reader), m_pairs(reader) {
   for (CString name : hostFunctions)
     m_hostFunctions.insert(name.MakeLower());
 }

@@ -1,9 +1,9 @@
 // "format": one value through a printf-style text.
 #include "brindle/interpreter.h"
-#include "data/value_format.h"
 #include "interpreter/error_numbers.h"
 #include "interpreter/limits.h"
 #include "interpreter/state.h"
+#include "values/value_format.h"
 
 using namespace brindle;
 

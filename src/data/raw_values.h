@@ -45,9 +45,7 @@ struct RawValues {
   [[nodiscard]] static CBasicVariable& Box(const VariableSlot& slot) noexcept { return *slot.Contents(); }
 
   // Whether a slot can be overwritten without anybody noticing.
-  [[nodiscard]] static bool IsPlain(std::uint16_t kind) noexcept {
-    return kind < kObject;
-  }
+  [[nodiscard]] static bool IsPlain(std::uint16_t kind) noexcept { return kind < kObject; }
   // The same question for several slots at once.
   class KindsOf {
   public:
@@ -246,8 +244,13 @@ struct RawValues {
   // A slot's scalar as a value of its own, whatever it is.
   static void MoveOut(VariableSlot& slot, CBasicVariable& out) {
     if (IsPlain(slot.m_kind) && out.m_items.m_nCapacity == 1 && out.m_items.m_first.m_kind == kEmpty) {
-      if (slot.m_kind != kUndefined)
-        out.m_items.m_first.Take(slot);
+      CVarBase& item = out.m_items.m_first;
+      if (slot.m_kind == kText) {
+        ::new (&item.m_text) CString(std::move(slot.m_text));
+        item.m_kind = kText;
+      } else if (slot.m_kind != kUndefined) {
+        item.Take(slot);
+      }
       slot.m_kind = kUndefined;
       return;
     }
@@ -255,20 +258,27 @@ struct RawValues {
       slot.CopyTo(out);
     slot.Undefine();
   }
-  // A value of any kind into a plain slot, in a box of its own unless it is a scalar.
-  static void MoveBoxFrom(VariableSlot& to, CBasicVariable&& from) {
+  // A value of any kind into a plain slot, in a box of its own unless it is a scalar: in `spare`, if there is one.
+  static void MoveBoxFrom(VariableSlot& to, CBasicVariable&& from, std::unique_ptr<CBasicVariable>& spare) {
     if (!from.HasMoreThanOneItem()) {
       to.SetWhole(from);
       return;
     }
-    auto box = std::make_unique<CBasicVariable>(std::move(from));
+    std::unique_ptr<CBasicVariable> box = std::move(spare);
+    if (box != nullptr && from.m_pExtra == nullptr) {
+      box->m_items = std::move(from.m_items);
+      box->m_userData = from.m_userData;
+    } else {
+      box = std::make_unique<CBasicVariable>(std::move(from));
+    }
     DropText(to);
     to.m_pBox = box.release();
     to.m_kind = kBoxed;
   }
   // The whole variable out of a temporary's box into a variable that nobody watches; false, and unchanged, for any
   // other and for one that holds objects, whose ends run code of their own.
-  [[nodiscard]] static bool MoveBox(VariableSlot& to, VariableSlot& from) noexcept {
+  [[nodiscard]] static bool MoveBox(VariableSlot& to, VariableSlot& from,
+                                    std::unique_ptr<CBasicVariable>& spare) noexcept {
     CBasicVariable& source = *from.Contents();
     if (source.m_pExtra != nullptr || source.HoldsObject())
       return false;
@@ -279,7 +289,8 @@ struct RawValues {
       // In place: somebody may hold the variable's address.
       target.m_items = std::move(source.m_items);
       target.m_userData = source.m_userData;
-      from.Undefine();
+      spare.reset(&source);
+      from.m_kind = kUndefined;
       return true;
     }
     if (!IsPlain(to.m_kind))

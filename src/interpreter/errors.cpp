@@ -106,8 +106,11 @@ void CBrindle::ReportError(int number) {
   }
   const auto answer = CallUserInterface([&] { return userInterface.ShowErrorAt(text, place); });
   // Outside a run there is nothing to abort: a host may report an error of its own.
-  if (answer == CUserInterface::ErrorAnswer::Cancel && m_pState->runDepth > 0)
+  if (answer == CUserInterface::ErrorAnswer::Cancel && m_pState->runDepth > 0) {
+    if (m_pState->budget->ShouldStop()) // the box was ended, and not answered
+      AbortByBudget(std::nullopt);
     throw ScriptAbort{this};
+  }
 }
 
 void CBrindle::ReportOrGiveUp(int number) {

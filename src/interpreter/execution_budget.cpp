@@ -55,7 +55,7 @@ int ExecutionBudget::Verdict(std::optional<int> number) noexcept {
       m_nVerdict = *number;
     else
       m_nVerdict = m_signal.WasLate() ? kErrorTimeLimit : kErrorStopped;
-    m_signal.Request();                                   // whatever still runs, or waits, finds it
+    m_signal.Note();                                      // whatever still runs, or waits, finds it
     MemoryAccount::SetCeiling(MemoryAccount::kNoCeiling); // for the texts of the report
   }
   return m_nVerdict;

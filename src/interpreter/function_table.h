@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <unordered_map>
 
@@ -28,6 +29,9 @@ public:
     return added;
   }
   void Clear() noexcept { m_functions.clear(); }
+  // To be said when names may mean something else from now on: what was compiled counts on them.
+  void NoteChange() noexcept { ++m_nChanges; }
+  [[nodiscard]] std::uint64_t Changes() const noexcept { return m_nChanges; }
   // Every one, in no particular order.
   template <class Action> void ForEach(Action action) const {
     for (const auto& function : m_functions)
@@ -45,6 +49,7 @@ public:
 private:
   std::array<FunctionSignature, FUNCTION_RAND + 1> m_signatures{}; // ORDER FUNCTION
   std::unordered_map<CString, std::unique_ptr<CFuncDesc>> m_functions;
+  std::uint64_t m_nChanges = 0;
 };
 
 } // namespace brindle

@@ -35,7 +35,7 @@ bool IsHeadWord(const TokenState& token) {
 } // namespace
 
 bool CBrindle::LabelsScan() {
-  ++m_nFunctionChanges;
+  m_pState->functions.NoteChange();
   LabelsFree();
   Rewind();
   m_pState->token.kind = TOKEN_DELIMITER; // the first line counts as standing behind a line end

@@ -56,7 +56,7 @@ CString CBrindle::GetLastError() const {
 bool CBrindle::SetLimits(const CExecutionLimits& limits) {
   if (!m_pState->budget->SetLimits(limits))
     return false;
-  ++m_nFunctionChanges; // statements are compiled anew, with or without a count
+  m_pState->functions.NoteChange(); // statements are compiled anew, with or without a count
   return true;
 }
 

@@ -76,6 +76,16 @@ bool CDbf::SetRecordFields(const CStringArray& values) {
   return true;
 }
 
+// The old values go into the array.
+bool CDbf::TakeRecordFields(CStringArray& values) {
+  if (GetNumFields() > values.GetSize())
+    return false;
+  CString* value = values.GetData();
+  for (CAttributePair& pair : m_pairs)
+    pair.SetValue(std::move(*value++));
+  return true;
+}
+
 CString CDbf::CheckFieldFormat(const CString& value, const CDbfFieldDescriptorEx* pField) const {
   switch (pField == nullptr ? DBF_UNKNOWN : pField->m_nType) {
   case DBF_LOGICAL: return CheckedLogical(value);

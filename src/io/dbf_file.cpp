@@ -1,6 +1,7 @@
 #include "io/dbf_file.h"
 
 #include "platform/path.h"
+#include "platform/stop_signal.h"
 
 #include <algorithm>
 #include <array>
@@ -189,7 +190,7 @@ EndOfTable::EndOfTable(TableFile& table) : m_table(table) {
     const bool isOwned = !file.TryLockByte(kOwnerLock, CFile::ByteLock::shared);
     if (!isOwned)
       file.UnlockByte(kOwnerLock);
-    if (isOwned || std::chrono::steady_clock::now() > deadline)
+    if (isOwned || StopSignal::CurrentShouldStop() || std::chrono::steady_clock::now() > deadline)
       throw CFileException(CFileException::accessDenied, 0);
     std::this_thread::sleep_for(kRetryPause);
   }

@@ -134,7 +134,7 @@ bool CBrindle::ExecDBFOperation(CBasicVariable& result, Arguments& args, FUNCTIO
     CStringArray& values = tables.Scratch();
     ValuesOf(args, firstValue, count, values);
     result.SetValue(type == FUNCTION_DBFWRITE ? table->WriteRecord(RecordNumber(args[1]), values, true)
-                                              : table->AppendRecord(values, true));
+                                              : table->AppendRecord(std::move(values), true));
     return true;
   }
   case FUNCTION_DBFSEEK: result.SetValue(table->SeekToRecord(RecordNumber(args[1]))); return true;

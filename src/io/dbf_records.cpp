@@ -60,6 +60,7 @@ bool CDbf::ReadRecord() {
 
 void CDbf::StoreValues(std::string_view fieldBytes) {
   const bool isAscii = m_pPage->AreAscii(fieldBytes);
+  const bool hasZeros = fieldBytes.find('\0') != fieldBytes.npos;
   // In a page of single bytes a field has the same place in the decoded record.
   const bool decodeAtOnce = !isAscii && m_pPage->IsSingleByte();
   m_strDecoded.clear();
@@ -73,7 +74,8 @@ void CDbf::StoreValues(std::string_view fieldBytes) {
     const std::size_t start = std::min(offset, fieldBytes.size());
     const std::string_view bytes = fieldBytes.substr(start, field.m_nLength);
     if (isAscii)
-      m_pairs[i].SetValue(CString::FromBytes(bytes.substr(0, TextLength(bytes, field.m_nType))));
+      m_pairs[i].SetValue(CString::FromBytes(
+          hasZeros || field.m_nType == DBF_LOGICAL ? bytes.substr(0, TextLength(bytes, field.m_nType)) : bytes));
     else if (decodeAtOnce)
       m_pairs[i].SetValue(CString(decoded.substr(start, TextLength(bytes, field.m_nType))));
     else
@@ -135,9 +137,10 @@ void CDbf::EncodeRecord(bool check, std::string_view found) {
     const CDbfFieldDescriptorEx& field = m_descriptors[i];
     const std::size_t room = std::min<std::size_t>(field.m_nLength, record.size() - offset);
     CString checked;
-    if (check)
+    const bool hasForm = check && field.m_nType != DBF_CHAR;
+    if (hasForm)
       checked = CheckFieldFormat(m_pairs[i].GetValue(), &field);
-    const CString& stored = check ? checked : m_pairs[i].GetValue();
+    const CString& stored = hasForm ? checked : m_pairs[i].GetValue();
     const bool isThere = field.m_nType == DBF_UNKNOWN && found.size() == record.size() &&
                          FieldText(found.substr(offset, room), field.m_nType, *m_pPage) == stored;
     char* const place = record.data() + offset;
@@ -202,6 +205,10 @@ bool CDbf::AppendRecord(bool bCheck) {
 
 bool CDbf::AppendRecord(const CStringArray& values, bool bCheck) {
   return SwitchToWriteMode() && SetRecordFields(values) && AppendRecord(bCheck);
+}
+
+bool CDbf::AppendRecord(CStringArray&& values, bool bCheck) {
+  return SwitchToWriteMode() && TakeRecordFields(values) && AppendRecord(bCheck);
 }
 
 bool CDbf::MarkRecordAsDeleted(unsigned long nRecord) {

@@ -22,7 +22,7 @@ namespace {
 
 class Utf8Page final : public CodePage {
 public:
-  Utf8Page() : CodePage("UTF-8", false) {}
+  Utf8Page() : CodePage("UTF-8", false, true) {}
 
   void DecodeTo(std::string_view bytes, std::u16string& text) const override {
     while (!bytes.empty()) {
@@ -229,17 +229,13 @@ bool IsPlainName(std::string_view name, std::string_view compact) noexcept {
 
 CodePage::~CodePage() = default;
 
-bool CodePage::IsAsciiBased() const noexcept {
-  return this == &Utf8() || this == &Windows1252();
-}
-
 bool CodePage::EncodeAscii(std::u16string_view text, char* bytes) const noexcept {
-  unsigned units = 0;
   for (const char16_t unit : text) {
-    units |= unit;
+    if (unit >= 0x80)
+      return false;
     *bytes++ = static_cast<char>(unit);
   }
-  return units < 0x80 && IsAsciiBased();
+  return IsAsciiBased();
 }
 
 bool CodePage::AreAscii(std::string_view bytes) const noexcept {

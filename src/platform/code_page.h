@@ -37,7 +37,7 @@ public:
   [[nodiscard]] static std::shared_ptr<const CodePage> Find(std::string_view name);
 
   // Whether bytes below 0x80 are always the characters of those codes; false where it is not known.
-  [[nodiscard]] bool IsAsciiBased() const noexcept;
+  [[nodiscard]] bool IsAsciiBased() const noexcept { return m_bAsciiBased; }
   // Writes a text that is all ASCII to `bytes`, a byte for a unit. False for any other text, and when it is not
   // known how ASCII is written: then what stands there means nothing.
   [[nodiscard]] bool EncodeAscii(std::u16string_view text, char* bytes) const noexcept;
@@ -68,7 +68,9 @@ public:
   virtual ~CodePage();
 
 protected:
-  CodePage(std::string_view name, bool singleByte) : m_strName(name), m_bSingleByte(singleByte) {}
+  CodePage(std::string_view name, bool singleByte, bool asciiBased = false)
+      : m_strName(name), m_bSingleByte(singleByte), m_bAsciiBased(asciiBased) {}
+  void NoteNotAsciiBased() noexcept { m_bAsciiBased = false; }
 
   // Appends whole characters while the appended bytes stay within `maxBytes`; returns the units taken.
   virtual std::size_t EncodeTo(std::u16string_view text, std::size_t maxBytes, std::string& bytes) const = 0;
@@ -76,6 +78,7 @@ protected:
 private:
   std::string m_strName;
   bool m_bSingleByte;
+  bool m_bAsciiBased;
 };
 
 } // namespace brindle

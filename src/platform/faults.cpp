@@ -17,4 +17,14 @@ bool CountCall(FaultKind kind, int osError) noexcept {
   return true;
 }
 
+// A single byte has no part, and one that is refused is a fault of another kind: it counts only behind the chosen one.
+std::size_t CountWrite(std::size_t size) noexcept {
+  if (faultPlan.kind != FaultKind::PartialWrite || (size < 2 && faultPlan.refused == 0))
+    return size;
+  const bool isChosenAlready = faultPlan.refused > 0;
+  if (!CountCall(FaultKind::PartialWrite, ENOSPC))
+    return size;
+  return isChosenAlready ? 0 : size / 2;
+}
+
 } // namespace brindle

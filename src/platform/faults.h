@@ -7,11 +7,14 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 
 namespace brindle {
 
-enum class FaultKind : std::uint8_t { Memory, File, Serial, Library, Process };
+// PartialWrite: the chosen write to a file takes the first half of its bytes, and those behind it, when it is lasting,
+// take none, as on a device that has become full.
+enum class FaultKind : std::uint8_t { Memory, File, Serial, Library, Process, PartialWrite };
 
 // What a test has set and what came of it. Not for several threads at once.
 struct FaultPlan {
@@ -31,6 +34,13 @@ extern FaultPlan faultPlan;
 // Stands before the call itself: whether the call is refused, as if with this error.
 [[nodiscard]] inline bool Refused(FaultKind kind, int osError) noexcept {
   return faultPlan.active.load(std::memory_order_relaxed) && CountCall(kind, osError);
+}
+
+// The same for a write of so many bytes: how many it may be given. 0, with ENOSPC in errno, when it is to be refused.
+[[nodiscard]] std::size_t CountWrite(std::size_t size) noexcept;
+
+[[nodiscard]] inline std::size_t Writable(std::size_t size) noexcept {
+  return faultPlan.active.load(std::memory_order_relaxed) ? CountWrite(size) : size;
 }
 
 } // namespace brindle

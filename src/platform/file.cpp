@@ -73,7 +73,8 @@ ssize_t SystemRead(int descriptor, void* buffer, std::size_t count) noexcept {
 ssize_t SystemWrite(int descriptor, const void* buffer, std::size_t count) noexcept {
   if (Refused(FaultKind::File, ENOSPC))
     return -1;
-  return write(descriptor, buffer, count);
+  const std::size_t writable = brindle::Writable(count);
+  return writable == 0 && count > 0 ? -1 : write(descriptor, buffer, writable);
 }
 off_t SystemSeek(int descriptor, off_t offset, int from) noexcept {
   if (Refused(FaultKind::File, EIO))
@@ -250,13 +251,29 @@ void CFile::Write(const void* buffer, std::size_t count) {
       }
       continue;
     }
-    if (put < 0) {
-      ThrowOsError(errno);
-    }
-    if (put == 0) {
-      ThrowOsError(EIO); // a device that takes nothing and reports nothing would keep this loop going
+    if (put <= 0) {
+      const int osError = put < 0 ? errno : EIO; // a device that takes nothing and says nothing would keep this going
+      TakeBack(done);
+      ThrowOsError(osError);
     }
     done += static_cast<std::size_t>(put);
+  }
+}
+
+// The first part of what could not be written whole: it goes where it made the file longer, so that a file that is
+// only added to holds whole pieces. What stood in its place before is lost. Others may have added to the file since.
+void CFile::TakeBack(std::size_t count) noexcept {
+  if (count == 0 || m_bMayWait) {
+    return;
+  }
+  const off_t end = SystemSeek(m_nDescriptor, 0, SEEK_CUR);
+  const off_t start = end - static_cast<off_t>(count);
+  struct stat status {};
+  if (end < 0 || SystemSeek(m_nDescriptor, start, SEEK_SET) < 0 || SystemStatus(m_nDescriptor, status) != 0) {
+    return;
+  }
+  if (status.st_size == end) {
+    Uninterrupted([&] { return SystemTruncate(m_nDescriptor, start); });
   }
 }
 

@@ -94,6 +94,8 @@ public:
   [[nodiscard]] static bool Remove(std::u16string_view path);
 
 private:
+  void TakeBack(std::size_t count) noexcept;
+
   int m_nDescriptor = -1;
   bool m_bMayWait = false; // a pipe or a device, whose other side is waited for
 };

@@ -20,6 +20,11 @@ public:
   [[nodiscard]] const char* what() const noexcept override { return "memory limit reached"; }
 };
 
+namespace detail {
+// The library is loaded with its program as a rule, so this has a fixed place: every text counts here.
+[[gnu::tls_model("initial-exec")]] extern constinit thread_local std::int64_t accountBalance;
+} // namespace detail
+
 class MemoryAccount {
 public:
   static constexpr std::int64_t kNoCeiling = INT64_MAX;
@@ -28,8 +33,10 @@ public:
 
   // Throws MemoryLimitReached, and adds nothing, when a large piece would pass the ceiling.
   static void Add(std::size_t bytes);
-  static void Remove(std::size_t bytes) noexcept;
-  [[nodiscard]] static std::int64_t Balance() noexcept;
+  // The same for a small piece, which is never refused.
+  static void AddSmall(std::size_t bytes) noexcept { detail::accountBalance += static_cast<std::int64_t>(bytes); }
+  static void Remove(std::size_t bytes) noexcept { detail::accountBalance -= static_cast<std::int64_t>(bytes); }
+  [[nodiscard]] static std::int64_t Balance() noexcept { return detail::accountBalance; }
   [[nodiscard]] static std::int64_t Ceiling() noexcept;
   static void SetCeiling(std::int64_t ceiling) noexcept;
 };

@@ -12,16 +12,6 @@ namespace {
 
 constexpr int kLongestNumber = 1 << 30;
 
-CString FromAscii(const char* first, const char* last) {
-  CString text;
-  const int length = static_cast<int>(last - first);
-  unsigned short* units = text.GetBuffer(length);
-  for (int i = 0; i < length; ++i)
-    units[i] = static_cast<unsigned char>(first[i]);
-  text.ReleaseBuffer(length);
-  return text;
-}
-
 bool IsBlank(char16_t unit) {
   return unit == u' ' || (unit >= 9 && unit <= 13);
 }
@@ -37,9 +27,15 @@ void AppendPadded(CString& out, const FormatDirective& directive, std::string_vi
   const int length = static_cast<int>(sign.size() + digits.size());
   const int total = std::max(directive.width, length);
   const int missing = total - length;
+  std::array<char, 48> ascii;
+  if (before == 0 && missing == 0 && sign.size() + digits.size() <= ascii.size()) {
+    char* const middle = std::copy(sign.begin(), sign.end(), ascii.data());
+    out = CString::FromBytes({ascii.data(), std::copy(digits.begin(), digits.end(), middle)});
+    return;
+  }
   unsigned short* units = out.GetBuffer(before + total) + before;
-  const auto widen = [&units](std::string_view ascii) {
-    for (const char c : ascii)
+  const auto widen = [&units](std::string_view text) {
+    for (const char c : text)
       *units++ = static_cast<unsigned char>(c);
   };
   if (!directive.leftAligned && !zeroFill)
@@ -78,8 +74,7 @@ constexpr std::array<double, kExactDigits + 1> kPowersOfTen = {1e0, 1e1, 1e2,  1
 // double's last place: it says nothing unless the double lies halfway between two integers.
 char* QuickFixed(double value, int precision, char* out) {
   constexpr double kHalvesAreExact = 2251799813685248.0; // 2^51
-  constexpr int kMostDecimals = 9;
-  if (precision > kMostDecimals)
+  if (precision > kMostQuickDecimals)
     return nullptr;
   const double power = kPowersOfTen[static_cast<std::size_t>(precision)];
   const double scaled = value * power;
@@ -172,48 +167,26 @@ bool IsHuge(std::string_view number) {
 
 } // namespace
 
-CString FormatInteger(std::int32_t value) {
-  std::array<char, 16> buffer;
+CString FormatInteger(std::int64_t value) {
+  std::array<char, 24> buffer;
   const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
-  return FromAscii(buffer.data(), result.ptr);
+  return CString::FromBytes({buffer.data(), result.ptr});
 }
 
-CString FormatFixed(double value) {
+CString FormatFixed(double value, int decimals) {
   if (std::isnan(value))
     return CString(u"nan");
   if (std::isinf(value))
     return CString(value < 0 ? u"-inf" : u"inf");
-  std::array<char, 330> buffer; // 309 digits, a sign, a point and six decimals at most
+  std::array<char, 330> buffer; // 309 digits, a sign, a point and the decimals
   const bool negative = std::signbit(value);
   buffer[0] = '-';
-  if (const char* last = QuickFixed(std::fabs(value), 6, buffer.data() + (negative ? 1 : 0)))
-    return FromAscii(buffer.data(), last);
-  const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, 6);
-  return FromAscii(buffer.data(), result.ptr);
+  if (const char* last = QuickFixed(std::fabs(value), decimals, buffer.data() + (negative ? 1 : 0)))
+    return CString::FromBytes({buffer.data(), last});
+  const auto result =
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, decimals);
+  return CString::FromBytes({buffer.data(), result.ptr});
 }
-
-namespace {
-
-// Digits with a point among them or without; false when there is an exponent.
-bool ReadExactly(std::u16string_view text, double& value) {
-  std::uint64_t digits = 0;
-  std::size_t decimals = 0;
-  bool behindPoint = false;
-  for (const char16_t unit : text) {
-    if (unit == u'.') {
-      behindPoint = true;
-    } else if (IsDigit(unit)) {
-      digits = digits * 10 + (unit - u'0');
-      decimals += behindPoint ? 1 : 0;
-    } else {
-      return false;
-    }
-  }
-  value = static_cast<double>(digits) / kPowersOfTen[decimals];
-  return true;
-}
-
-} // namespace
 
 double ParseDouble(std::u16string_view text, std::size_t* used) {
   if (used != nullptr)
@@ -226,21 +199,22 @@ double ParseDouble(std::u16string_view text, std::size_t* used) {
   if (at < text.size() && (text[at] == u'-' || text[at] == u'+'))
     ++at;
   const std::size_t start = at;
+  std::uint64_t units = 0; // of the digits; of use when they are few
   std::size_t digits = 0;
-  while (at < text.size() && IsDigit(text[at])) {
-    ++at;
-    ++digits;
-  }
+  std::size_t decimals = 0;
+  for (; at < text.size() && IsDigit(text[at]); ++at, ++digits)
+    units = units * 10 + (text[at] - u'0');
   if (at < text.size() && text[at] == u'.') {
     std::size_t fraction = at + 1;
-    while (fraction < text.size() && IsDigit(text[fraction]))
-      ++fraction;
-    digits += fraction - at - 1;
+    for (; fraction < text.size() && IsDigit(text[fraction]); ++fraction, ++decimals)
+      units = units * 10 + (text[fraction] - u'0');
+    digits += decimals;
     if (digits > 0)
       at = fraction;
   }
   if (digits == 0)
     return 0.0;
+  bool hasExponent = false;
   if (at < text.size() && (text[at] == u'e' || text[at] == u'E')) {
     std::size_t exponent = at + 1;
     if (exponent < text.size() && (text[exponent] == u'-' || text[exponent] == u'+'))
@@ -248,14 +222,16 @@ double ParseDouble(std::u16string_view text, std::size_t* used) {
     const std::size_t firstDigit = exponent;
     while (exponent < text.size() && IsDigit(text[exponent]))
       ++exponent;
-    if (exponent > firstDigit)
+    hasExponent = exponent > firstDigit;
+    if (hasExponent)
       at = exponent;
   }
   if (used != nullptr)
     *used = at;
-  double exact = 0.0;
-  if (digits <= kExactDigits && ReadExactly(text.substr(start, at - start), exact))
+  if (digits <= kExactDigits && !hasExponent) {
+    const double exact = static_cast<double>(units) / kPowersOfTen[decimals];
     return negative ? -exact : exact;
+  }
 
   std::array<char, 64> small{};
   std::string large;

@@ -13,11 +13,12 @@
 
 namespace brindle {
 
-// "%i" of a 32-bit integer.
-[[nodiscard]] CString FormatInteger(std::int32_t value);
+// "%i".
+[[nodiscard]] CString FormatInteger(std::int64_t value);
 
-// "%f": six digits after the point; "nan", "inf", "-inf".
-[[nodiscard]] CString FormatFixed(double value);
+// "%f", with up to kMostQuickDecimals digits after the point; "nan", "inf", "-inf".
+inline constexpr int kMostQuickDecimals = 9;
+[[nodiscard]] CString FormatFixed(double value, int decimals = 6);
 
 // The longest leading number: white space, sign, digits, point, exponent. Neither hexadecimal nor "inf"
 // nor "nan". 0 when no number starts the text; infinity when it is too large. `used`, when given,

@@ -240,7 +240,7 @@ void SerialLine::Close() noexcept {
 }
 
 // The system's own wait for the rest of the output lasts half a minute when a handshake holds it back. This one ends
-// when nothing has left for a second, and drops the rest.
+// when nothing has left for a second, or when what runs is to stop, and drops the rest.
 void SerialLine::AwaitOutput() noexcept {
   constexpr int patience = 1000;
   constexpr auto step = std::chrono::milliseconds(5);
@@ -253,7 +253,8 @@ void SerialLine::AwaitOutput() noexcept {
     if (pending < before) {
       before = pending;
       deadline = Deadline(patience);
-    } else if (deadline.Left() == 0) {
+    }
+    if (deadline.Left() == 0 || StopSignal::CurrentShouldStop()) {
       SystemFlush(m_nDescriptor, TCOFLUSH);
       return;
     }
@@ -331,7 +332,7 @@ std::size_t SerialLine::Write(const void* bytes, std::size_t count, int millisec
     }
     // A device may say that it has room and take nothing all the same.
     const Readiness readiness = Await(m_nDescriptor, POLLOUT, deadline);
-    if (readiness == Readiness::Gone || deadline.Left() == 0) {
+    if (readiness != Readiness::Ready || deadline.Left() == 0) {
       Fail(readiness == Readiness::Gone ? EIO : ETIMEDOUT);
       break;
     }

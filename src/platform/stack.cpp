@@ -3,6 +3,7 @@
 #include "platform/faults.h"
 
 #include <pthread.h>
+#include <sys/auxv.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -10,6 +11,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
+#include <cstring>
 
 namespace brindle {
 
@@ -36,15 +38,27 @@ std::uintptr_t MainStackSize() noexcept {
   return static_cast<std::uintptr_t>(limit.rlim_cur);
 }
 
-StackBounds QueryBounds(std::uintptr_t frame) noexcept {
-  const bool mainThread = OnMainThread();
+// The thread library would read the list of all mappings for these. The system puts the name of the program at the very
+// begin of the stack, with a word of zeros behind it.
+StackBounds MainBounds(std::uintptr_t frame) noexcept {
+  const std::uintptr_t name = getauxval(AT_EXECFN);
+  if (name == 0) {
+    // Half of the limit leaves room for what the host has used above this frame.
+    return {frame - std::min(MainStackSize() / 2, frame), UINTPTR_MAX};
+  }
+  const auto page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
+  const std::uintptr_t last = name + std::strlen(reinterpret_cast<const char*>(name)) + sizeof(std::uint64_t);
+  const std::uintptr_t high = (last / page + 1) * page;
+  return {high - std::min(MainStackSize(), high), high};
+}
 
+StackBounds QueryBounds(std::uintptr_t frame) noexcept {
+  if (OnMainThread()) {
+    return MainBounds(frame);
+  }
   pthread_attr_t attributes;
   if (Refused(FaultKind::Process, ENOMEM) || pthread_getattr_np(pthread_self(), &attributes) != 0) {
-    // The main thread's bounds come from /proc, which a small system may not mount. Half of the limit leaves room
-    // for what the host has used above this frame.
-    const std::uintptr_t size = std::min(MainStackSize() / 2, frame);
-    return mainThread ? StackBounds{frame - size, UINTPTR_MAX} : StackBounds{};
+    return {};
   }
   void* address = nullptr;
   std::size_t size = 0;
@@ -59,12 +73,8 @@ StackBounds QueryBounds(std::uintptr_t frame) noexcept {
   StackBounds bounds;
   bounds.low = reinterpret_cast<std::uintptr_t>(address);
   bounds.high = bounds.low + size;
-  if (mainThread) {
-    bounds.low = std::max(bounds.low, bounds.high - std::min(MainStackSize(), bounds.high));
-  } else {
-    // Some C libraries count the guard pages as part of the stack; leaving them out twice costs a page.
-    bounds.low += guard;
-  }
+  // Some C libraries count the guard pages as part of the stack; leaving them out twice costs a page.
+  bounds.low += guard;
   return bounds;
 }
 

@@ -8,8 +8,10 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <climits>
 
 #include <poll.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace brindle {
@@ -19,7 +21,9 @@ namespace {
 constexpr std::size_t kFlushSize = 32 * 1024;
 
 ssize_t SystemWrite(int descriptor, std::string_view bytes) noexcept {
-  return Refused(FaultKind::File, ENOSPC) ? -1 : ::write(descriptor, bytes.data(), bytes.size());
+  const std::size_t writable = Writable(bytes.size());
+  const bool isRefused = Refused(FaultKind::File, ENOSPC) || (writable == 0 && !bytes.empty());
+  return isRefused ? -1 : ::write(descriptor, bytes.data(), writable);
 }
 ssize_t SystemRead(int descriptor, char* buffer, std::size_t size) noexcept {
   return Refused(FaultKind::File, EIO) ? -1 : ::read(descriptor, buffer, size);
@@ -28,28 +32,54 @@ int SystemPoll(pollfd* descriptors, nfds_t count, int milliseconds) noexcept {
   return Refused(FaultKind::File, ENOMEM) ? -1 : ::poll(descriptors, count, milliseconds);
 }
 
-// False when the rest cannot be written. A descriptor that does not block is waited for.
-bool WriteAll(int descriptor, std::string_view bytes) noexcept {
-  while (!bytes.empty()) {
-    const ssize_t written = SystemWrite(descriptor, bytes);
-    if (written > 0) {
-      bytes.remove_prefix(static_cast<std::size_t>(written));
-    } else if (written < 0 && (errno == EAGAIN || errno == EWOULDBLOCK)) {
-      pollfd wait{descriptor, POLLOUT, 0};
-      SystemPoll(&wait, 1, -1);
-    } else if (written < 0 && errno != EINTR) {
-      return false;
-    }
-  }
-  return true;
-}
-
 // Milliseconds left, rounded up; -1 to wait without limit.
 int WaitTime(std::optional<std::chrono::steady_clock::time_point> deadline) {
   if (!deadline)
     return -1;
   const auto left = std::chrono::ceil<std::chrono::milliseconds>(*deadline - std::chrono::steady_clock::now());
   return static_cast<int>(std::clamp<std::int64_t>(left.count(), 0, 1'000'000));
+}
+
+// A write to what has room takes so much without waiting.
+constexpr std::size_t kUnblocked = PIPE_BUF;
+
+// Waits until something can be written, or why not can be learned by trying; false when what runs is to stop and
+// nobody takes anything.
+bool AwaitRoom(int descriptor) noexcept {
+  for (;;) {
+    std::array<pollfd, 2> waits = {pollfd{descriptor, POLLOUT, 0}, pollfd{StopSignal::CurrentDescriptor(), POLLIN, 0}};
+    const bool isStopping = StopSignal::CurrentShouldStop();
+    const int ready =
+        SystemPoll(waits.data(), waits.size(), isStopping ? 0 : WaitTime(StopSignal::Earlier(std::nullopt)));
+    if (waits[0].revents != 0 || (ready < 0 && errno != EINTR))
+      return true;
+    if (isStopping && ready >= 0)
+      return false;
+  }
+}
+
+bool IsRegularFile(int descriptor) noexcept {
+  struct stat status {};
+  return !Refused(FaultKind::File, EIO) && ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+enum class WriteResult { Done, Failed, Stopped };
+
+// Takes what was written off the bytes. Outside a run a write waits until it is done.
+WriteResult WriteAll(int descriptor, std::string_view& bytes) noexcept {
+  const bool mayStop = StopSignal::Current() != nullptr && !bytes.empty() && !IsRegularFile(descriptor);
+  while (!bytes.empty()) {
+    if (mayStop && !AwaitRoom(descriptor))
+      return WriteResult::Stopped;
+    const ssize_t written = SystemWrite(descriptor, mayStop ? bytes.substr(0, kUnblocked) : bytes);
+    if (written > 0)
+      bytes.remove_prefix(static_cast<std::size_t>(written));
+    else if (written < 0 && (errno == EAGAIN || errno == EWOULDBLOCK) && !AwaitRoom(descriptor))
+      return WriteResult::Stopped;
+    else if (written < 0 && errno != EINTR && errno != EAGAIN && errno != EWOULDBLOCK)
+      return WriteResult::Failed;
+  }
+  return WriteResult::Done;
 }
 
 } // namespace
@@ -62,12 +92,15 @@ void StandardStreams::Write(std::string_view bytes) {
 
 void StandardStreams::WriteError(std::string_view bytes) {
   Flush();
-  WriteAll(STDERR_FILENO, bytes);
+  static_cast<void>(WriteAll(STDERR_FILENO, bytes));
 }
 
 void StandardStreams::Flush() noexcept {
-  m_bOutputLost = !WriteAll(STDOUT_FILENO, m_output) || m_bOutputLost;
-  m_output.clear();
+  std::string_view left = m_output;
+  const WriteResult result = WriteAll(STDOUT_FILENO, left);
+  m_bOutputLost = m_bOutputLost || result == WriteResult::Failed;
+  // What nobody took when a run was stopped is written behind it.
+  m_output.erase(0, result == WriteResult::Stopped ? m_output.size() - left.size() : std::string::npos);
 }
 
 bool StandardStreams::InputIsTerminal() const noexcept {

@@ -1,5 +1,6 @@
 #include "platform/stop_signal.h"
 
+#include "brindle/stop_request.h"
 #include "platform/faults.h"
 
 #include <poll.h>
@@ -10,12 +11,28 @@
 #include <array>
 #include <cerrno>
 #include <cstdint>
+#include <span>
+#include <thread>
 
 namespace brindle {
 
 namespace {
 
 thread_local StopSignal* current = nullptr;
+
+// Every system call of this file that may be refused. Each returns what the call returns.
+int SystemEvent() noexcept {
+  return Refused(FaultKind::Process, EMFILE) ? -1 : ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+}
+ssize_t SystemWrite(int descriptor, const std::uint64_t& count) noexcept {
+  return Refused(FaultKind::Process, EAGAIN) ? -1 : ::write(descriptor, &count, sizeof count);
+}
+ssize_t SystemRead(int descriptor, std::uint64_t& count) noexcept {
+  return Refused(FaultKind::Process, EIO) ? -1 : ::read(descriptor, &count, sizeof count);
+}
+int SystemPoll(std::span<pollfd> entries, FaultKind kind, int milliseconds) noexcept {
+  return Refused(kind, ENOMEM) ? -1 : ::poll(entries.data(), entries.size(), milliseconds);
+}
 
 // Milliseconds left, rounded up; -1 to wait without limit.
 int WaitTime(std::optional<StopSignal::Clock::time_point> moment) noexcept {
@@ -40,8 +57,7 @@ void StopSignal::Request() noexcept {
   if (descriptor < 0)
     return;
   const int error = errno;
-  const std::uint64_t one = 1;
-  [[maybe_unused]] const ssize_t written = ::write(descriptor, &one, sizeof one);
+  [[maybe_unused]] const ssize_t written = SystemWrite(descriptor, 1);
   errno = error;
 }
 
@@ -64,12 +80,12 @@ int StopSignal::Descriptor() noexcept {
   int descriptor = m_nDescriptor.load(std::memory_order_relaxed);
   if (descriptor < 0) {
     // Without a descriptor left in the system a wait ends when it ends.
-    descriptor = Refused(FaultKind::Process, EMFILE) ? -1 : ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    descriptor = SystemEvent();
     m_nDescriptor.store(descriptor, std::memory_order_seq_cst);
   } else if (!m_isRequested.load(std::memory_order_seq_cst)) {
     // Of a request that was answered long ago, or of one that is being made: its flag stands then, or will be seen.
     std::uint64_t count = 0;
-    [[maybe_unused]] const ssize_t got = ::read(descriptor, &count, sizeof count);
+    [[maybe_unused]] const ssize_t got = SystemRead(descriptor, count);
   }
   return descriptor;
 }
@@ -101,11 +117,14 @@ std::optional<StopSignal::Clock::time_point> StopSignal::Earlier(std::optional<C
 }
 
 void StopSignal::SleepUntil(Clock::time_point moment) noexcept {
+  constexpr auto kBlindPause = std::chrono::milliseconds(5);
   for (;;) {
-    pollfd entry{CurrentDescriptor(), POLLIN, 0};
+    std::array<pollfd, 1> entries = {pollfd{CurrentDescriptor(), POLLIN, 0}};
     if (CurrentShouldStop() || Clock::now() >= moment)
       return;
-    ::poll(&entry, 1, WaitTime(Earlier(moment)));
+    // A system that cannot wait for a descriptor can still sleep.
+    if (SystemPoll(entries, FaultKind::Process, WaitTime(Earlier(moment))) < 0 && errno != EINTR)
+      std::this_thread::sleep_for(kBlindPause);
   }
 }
 
@@ -114,11 +133,22 @@ bool StopSignal::Await(int descriptor, short events) noexcept {
     std::array<pollfd, 2> entries = {pollfd{descriptor, events, 0}, pollfd{CurrentDescriptor(), POLLIN, 0}};
     if (CurrentShouldStop())
       return false;
-    const int ready =
-        Refused(FaultKind::File, ENOMEM) ? -1 : ::poll(entries.data(), entries.size(), WaitTime(Earlier(std::nullopt)));
+    const int ready = SystemPoll(entries, FaultKind::File, WaitTime(Earlier(std::nullopt)));
     if (entries[0].revents != 0 || (ready < 0 && errno != EINTR))
       return true;
   }
 }
 
 } // namespace brindle
+
+bool CStopRequest::IsMade() noexcept {
+  return brindle::StopSignal::CurrentShouldStop();
+}
+
+int CStopRequest::Descriptor() noexcept {
+  return brindle::StopSignal::CurrentDescriptor();
+}
+
+std::optional<CStopRequest::Clock::time_point> CStopRequest::Deadline() noexcept {
+  return brindle::StopSignal::Earlier(std::nullopt);
+}

@@ -22,6 +22,9 @@ public:
 
   // No lock, no memory: a flag, and a write to the descriptor if there is one.
   void Request() noexcept;
+  // By the running thread itself, which waits for nothing then: nobody is woken, so that the descriptor tells of those
+  // requests alone that came from outside.
+  void Note() noexcept { m_isRequested.store(true, std::memory_order_seq_cst); }
   [[nodiscard]] bool IsRequested() const noexcept { return m_isRequested.load(std::memory_order_relaxed); }
   void Clear() noexcept;
   void SetDeadline(std::optional<Clock::time_point> deadline) noexcept { m_deadline = deadline; }

@@ -41,16 +41,17 @@ ByteTable Latin1Table() noexcept {
   return table;
 }
 
-TablePage::TablePage(std::string_view name, const ByteTable& table) : CodePage(name, true), m_table(table) {
+TablePage::TablePage(std::string_view name, const ByteTable& table) : CodePage(name, true, true), m_table(table) {
   for (std::size_t byte = 0; byte < m_table.size(); ++byte) {
     m_reverse[byte] = {m_table[byte], static_cast<unsigned char>(byte)};
-    m_bAscii = m_bAscii && (byte >= 0x80 || m_table[byte] == byte);
+    if (byte < 0x80 && m_table[byte] != byte)
+      NoteNotAsciiBased(); // an EBCDIC page
   }
   std::sort(m_reverse.begin(), m_reverse.end());
 }
 
 void TablePage::DecodeTo(std::string_view bytes, std::u16string& text) const {
-  if (m_bAscii)
+  if (IsAsciiBased())
     DecodeAscii(bytes, text);
   const std::size_t start = text.size();
   text.resize(start + bytes.size());
@@ -68,11 +69,11 @@ std::size_t TablePage::BytesOfUnits(std::string_view bytes, std::size_t units) c
 }
 
 std::size_t TablePage::EncodeTo(std::u16string_view text, std::size_t maxBytes, std::string& bytes) const {
-  std::size_t index = m_bAscii ? AsciiRun(text.substr(0, maxBytes)) : 0;
+  std::size_t index = IsAsciiBased() ? AsciiRun(text.substr(0, maxBytes)) : 0;
   AppendAscii(text.substr(0, index), bytes);
   for (std::size_t count = index; index < text.size() && count < maxBytes; ++count) {
     const char32_t codePoint = ReadUtf16(text, index);
-    bytes.push_back(m_bAscii && codePoint < 0x80 ? static_cast<char>(codePoint) : ByteOf(codePoint));
+    bytes.push_back(IsAsciiBased() && codePoint < 0x80 ? static_cast<char>(codePoint) : ByteOf(codePoint));
   }
   return index;
 }

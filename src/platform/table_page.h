@@ -44,7 +44,6 @@ private:
 
   ByteTable m_table;
   std::array<std::pair<char16_t, unsigned char>, 256> m_reverse; // sorted by character
-  bool m_bAscii = true;                                          // false in EBCDIC pages
 };
 
 } // namespace brindle

@@ -1,8 +1,8 @@
 #include "brindle/text.h"
 
 #include "platform/code_page.h"
-#include "platform/memory_account.h"
 #include "platform/number_text.h"
+#include "platform/text_blocks.h"
 #include "platform/unicode.h"
 
 #include <algorithm>
@@ -19,36 +19,7 @@ namespace brindle::detail {
 
 namespace {
 
-std::size_t BytesOf(int capacity) noexcept {
-  return sizeof(TextBlock) + (static_cast<std::size_t>(capacity) + 1) * sizeof(char16_t);
-}
-
-} // namespace
-
-void FreeBlock(TextBlock* block) noexcept {
-  brindle::MemoryAccount::Remove(BytesOf(block->capacity));
-  block->~TextBlock();
-  std::free(block);
-}
-
-namespace {
-
-TextBlock* MakeBlock(int capacity) {
-  if (capacity > CString::kMaxLength)
-    throw std::length_error("text too long");
-  const std::size_t bytes = BytesOf(capacity);
-  brindle::MemoryAccount::Add(bytes);
-  void* memory = std::malloc(bytes);
-  if (memory == nullptr) {
-    brindle::MemoryAccount::Remove(bytes);
-    throw std::bad_alloc();
-  }
-  auto* block = ::new (memory) TextBlock{{1}, 0, capacity, {0}};
-  block->Units()[0] = 0;
-  return block;
-}
-
-TextBlock* MakeBlock(const void* units, std::size_t length) {
+TextBlock* BlockOf(const void* units, std::size_t length) {
   if (length == 0)
     return nullptr;
   if (length > static_cast<std::size_t>(CString::kMaxLength))
@@ -71,10 +42,11 @@ std::size_t LengthOf(const unsigned short* text) {
 
 } // namespace brindle::detail
 
+using brindle::detail::BlockOf;
 using brindle::detail::LengthOf;
 using brindle::detail::MakeBlock;
 
-CString::CString(const unsigned short* text) : m_pBlock(MakeBlock(text, LengthOf(text))) {}
+CString::CString(const unsigned short* text) : m_pBlock(BlockOf(text, LengthOf(text))) {}
 
 CString::CString(const char16_t* text) : CString(text == nullptr ? std::u16string_view() : std::u16string_view(text)) {}
 
@@ -83,13 +55,13 @@ CString::CString(const char* text) {
     *this = CString(brindle::CodePage::Ansi().Decode(text));
 }
 
-CString::CString(std::u16string_view text) : m_pBlock(MakeBlock(text.data(), text.size())) {}
+CString::CString(std::u16string_view text) : m_pBlock(BlockOf(text.data(), text.size())) {}
 
 CString::CString(const unsigned short* text, int length)
-    : m_pBlock(MakeBlock(text, length > 0 ? static_cast<std::size_t>(length) : 0)) {}
+    : m_pBlock(BlockOf(text, length > 0 ? static_cast<std::size_t>(length) : 0)) {}
 
 CString::CString(const char16_t* text, int length)
-    : m_pBlock(MakeBlock(text, length > 0 ? static_cast<std::size_t>(length) : 0)) {}
+    : m_pBlock(BlockOf(text, length > 0 ? static_cast<std::size_t>(length) : 0)) {}
 
 CString::CString(char16_t unit, int repeat) {
   if (repeat < 1)
@@ -104,6 +76,31 @@ CString CString::FromUtf8(std::string_view text) {
   return CString(brindle::CodePage::Utf8().Decode(text));
 }
 
+namespace {
+
+// Eight at a time, the last eight once more where they are not a full step: most texts are short.
+void Widen(std::string_view bytes, char16_t* units) {
+  constexpr std::size_t kStep = 8;
+  using Bytes = unsigned char __attribute__((vector_size(kStep)));
+  using Units = unsigned short __attribute__((vector_size(kStep * sizeof(char16_t))));
+  const auto widenAt = [&](std::size_t at) {
+    Bytes narrow;
+    std::memcpy(&narrow, bytes.data() + at, sizeof narrow);
+    const Units wide = __builtin_convertvector(narrow, Units);
+    std::memcpy(units + at, &wide, sizeof wide);
+  };
+  if (bytes.size() < kStep) {
+    for (std::size_t at = 0; at < bytes.size(); ++at)
+      units[at] = static_cast<unsigned char>(bytes[at]);
+    return;
+  }
+  for (std::size_t at = 0; at + kStep < bytes.size(); at += kStep)
+    widenAt(at);
+  widenAt(bytes.size() - kStep);
+}
+
+} // namespace
+
 CString CString::FromBytes(std::string_view bytes) {
   CString text;
   if (bytes.empty())
@@ -111,10 +108,9 @@ CString CString::FromBytes(std::string_view bytes) {
   if (bytes.size() > static_cast<std::size_t>(kMaxLength))
     throw std::length_error("text too long");
   text.m_pBlock = MakeBlock(static_cast<int>(bytes.size()));
-  char16_t* units = text.m_pBlock->Units();
-  for (const char byte : bytes)
-    *units++ = static_cast<unsigned char>(byte);
-  *units = 0;
+  char16_t* const units = text.m_pBlock->Units();
+  Widen(bytes, units);
+  units[bytes.size()] = 0;
   text.m_pBlock->length = static_cast<int>(bytes.size());
   return text;
 }

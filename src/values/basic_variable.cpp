@@ -95,8 +95,7 @@ void CBasicVariable::ItemList::Assign(const ItemList& other) {
     At(i).SetValue(other.At(i));
 }
 
-CBasicVariable::CBasicVariable(const CBasicVariable& other)
-    : m_userData(other.m_userData) {
+CBasicVariable::CBasicVariable(const CBasicVariable& other) : m_userData(other.m_userData) {
   m_items.Assign(other.m_items);
   m_items.m_nCurrent = other.m_items.m_nCurrent;
 }
@@ -242,12 +241,10 @@ void CBasicVariable::Set(const CVarBase& item) {
 }
 
 bool CBasicVariable::HoldsObject() const noexcept {
-  for (int i = 0; i < m_items.Count(); ++i) {
-    const CVarBase& item = m_items.At(i);
-    if (item.m_kind >= CVarBase::kObject && item.GetType() == BVT_OBJECT)
-      return true;
-  }
-  return false;
+  const CVarBase* const first = &m_items.At(0);
+  return std::any_of(first, first + m_items.Count(), [](const CVarBase& item) {
+    return item.m_kind >= CVarBase::kObject && item.GetType() == BVT_OBJECT;
+  });
 }
 
 void CBasicVariable::ReleaseStringBuffer() {

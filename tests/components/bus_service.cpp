@@ -73,6 +73,12 @@ int Silent(sd_bus_message*, void*, sd_bus_error*) {
   return 1; // handled, but nobody will ever hear of it
 }
 
+int Calling(sd_bus_message* call, void*, sd_bus_error*) {
+  std::puts("called");
+  std::fflush(stdout);
+  return sd_bus_reply_method_return(call, "");
+}
+
 int Quit(sd_bus_message*, void*, sd_bus_error*) {
   std::_Exit(0);
 }
@@ -130,6 +136,7 @@ const sd_bus_vtable kMembers[] = {
     SD_BUS_METHOD("HiddenStructure", "", "v", HiddenStructure, SD_BUS_VTABLE_UNPRIVILEGED),
     SD_BUS_METHOD("Refuse", "", "", Refuse, SD_BUS_VTABLE_UNPRIVILEGED),
     SD_BUS_METHOD("Silent", "", "", Silent, SD_BUS_VTABLE_UNPRIVILEGED),
+    SD_BUS_METHOD("Calling", "", "", Calling, SD_BUS_VTABLE_UNPRIVILEGED),
     SD_BUS_METHOD("Quit", "", "", Quit, SD_BUS_VTABLE_UNPRIVILEGED),
     SD_BUS_WRITABLE_PROPERTY("Label", "s", GetLabel, SetLabel, 0, SD_BUS_VTABLE_UNPRIVILEGED),
     SD_BUS_WRITABLE_PROPERTY("Level", "d", GetLevel, SetLevel, 0, SD_BUS_VTABLE_UNPRIVILEGED),

@@ -125,7 +125,7 @@ private:
 class Registering : public Scenario {
 public:
   [[nodiscard]] std::vector<FaultKind> Kinds() const override {
-    return {FaultKind::Memory, FaultKind::File, FaultKind::Library};
+    return {FaultKind::Memory, FaultKind::File, FaultKind::Library, FaultKind::PartialWrite};
   }
   [[nodiscard]] std::unique_ptr<CBrindle> Make(RecordingUserInterface&) override { return nullptr; }
   void Prepare() override {
@@ -226,7 +226,9 @@ CBasicVariable Reply(CBrindle*, CBasicVariableArray&, int) {
 class Serial : public Scenario {
 public:
   [[nodiscard]] std::uint64_t EveryOne() const override { return 50; }
-  [[nodiscard]] std::vector<FaultKind> Kinds() const override { return {FaultKind::Memory, FaultKind::Serial}; }
+  [[nodiscard]] std::vector<FaultKind> Kinds() const override {
+    return {FaultKind::Memory, FaultKind::Serial, FaultKind::Process};
+  }
   void Prepare() override {
     m_devices.emplace();
     m_terminal.emplace();

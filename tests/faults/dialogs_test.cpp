@@ -1,9 +1,11 @@
-// A dialog of the console with every kind of control, driven by piped commands.
+// Dialogs, sheets and menus of the console, driven by piped commands; what waits and is to stop.
 #include "brindle/console_user_interface.h"
 #include "faults/sweep.h"
 #include "platform/stack.h"
+#include "platform/stop_signal.h"
 #include "support/redirected_streams.h"
 
+#include <chrono>
 #include <optional>
 #include <thread>
 
@@ -16,13 +18,7 @@ using faults::Trial;
 
 namespace {
 
-class Dialog : public Scenario {
-public:
-  [[nodiscard]] std::vector<FaultKind> Kinds() const override {
-    return {FaultKind::Memory, FaultKind::File, FaultKind::Process}; // the last for what a stop from outside wakes
-  }
-  void Prepare() override {
-    Folder().Write("script.bas", R"(dialog "Site visit", 0, 0, 200, 200, 9, "Sans"
+constexpr const char* kDialog = R"(dialog "Site visit", 0, 0, 200, 200, 9, "Sans"
   control statictext "Inspector:", 10, 5, 5, 50, 10
   control edittext "Miller", 11, 60, 5, 80, 14, "typed"
   control editmultiline "", 12, 5, 20, 80, 30
@@ -89,13 +85,78 @@ endsub
 sub closed(t)
   print "closed "; int(t)
 endsub
-)");
+)";
+constexpr const char* kDialogInput =
+    "type 11 Smith\ntype 13 77\nset 14 2024-02-29 08:30:00\nclick 15\nselect 30 1\nselect 31 0\n"
+    "set 40 75\nmenu window 0\nclick 60\nclick 99\nshow\nok\n";
+constexpr const char* kDialogOutput = "located SmithMill0\nlocated SmithMill0\nclosed 1\ndone\n";
+
+// A sheet of two pages, menus before, inside and behind it, and a dialog on the sheet.
+constexpr const char* kSheet = R"(dim more[2]
+more[0] = "-"
+more[1] = "third"
+print "chosen "; popupmenu("first", "second", more)
+propertysheet "Settings", 0, 0, 120, 90
+  page "Line"
+    control combobox "Speed", 10, 5, 5, 50, 40
+    control edittext "COM1:", 11, 5, 20, 50, 12, "typed"
+    oninit opened
+    onexit closed
+  endpage
+  page "Log"
+    control checkbox "Keep", 20, 5, 5, 50, 12, "checked"
+    control button "Folder", 21, 5, 20, 50, 12, "asked"
+    onexit closed
+  endpage
+enddialog
+print "then "; popupmenu("last")
+print "done"
+end
+sub opened(r)
+  alter 10
+    value "9600"
+    value "19200"
+    selection 1
+  endalter
+  alter window
+    title "Settings of the line"
+  endalter
+endsub
+sub typed(t)
+  print "typed "; t
+endsub
+sub checked(t)
+  print "checked "; int(t)
+endsub
+sub asked(t)
+  print "asked "; popupmenu("here", "there")
+  dialog "Inner", 0, 0, 100, 60
+    control edittext "inner", 30, 5, 5, 50, 12
+  enddialog
+  print controlvalue(10); " "; controlvalue(11)
+endsub
+sub closed(r)
+  print "closed "; int(r)
+endsub
+)";
+constexpr const char* kSheetInput = "9\n3\ntype 11 COM2:\nclick 20\nclick 21\n1\ncancel\nshow\nok\n0\n";
+constexpr const char* kSheetOutput = "asked 1\n19200 COM2:\nclosed 1\nclosed 1\nthen 0\ndone\n";
+
+// A script at the console, which gets its commands and answers from a pipe.
+class AtConsole : public Scenario {
+public:
+  // The output ends so when nothing is refused.
+  AtConsole(const char* script, const char* input, const char* output)
+      : m_pScript(script), m_pInput(input), m_pOutput(output) {}
+  [[nodiscard]] std::vector<FaultKind> Kinds() const override {
+    // Process for what a stop from outside wakes.
+    return {FaultKind::Memory, FaultKind::File, FaultKind::Process, FaultKind::PartialWrite};
   }
+  void Prepare() override { Folder().Write("script.bas", m_pScript); }
   [[nodiscard]] std::unique_ptr<CBrindle> Make(RecordingUserInterface& ui) override {
     {
       const TestsOwn own;
-      m_streams.emplace("type 11 Smith\ntype 13 77\nset 14 2024-02-29 08:30:00\nclick 15\nselect 30 1\nselect 31 0\n"
-                        "set 40 75\nmenu window 0\nclick 60\nclick 99\nshow\nok\n");
+      m_streams.emplace(m_pInput);
     }
     m_console = std::make_unique<CConsoleUserInterface>(CConsoleUserInterface::ErrorPolicy::Continue);
     return Scenario::Make(ui);
@@ -115,7 +176,7 @@ endsub
     m_streams.reset();
   }
   [[nodiscard]] std::string Judge(const Trial& trial, const Outcome& outcome, const Outcome& reference) override {
-    if (!reference.output.ends_with("located SmithMill0\nlocated SmithMill0\nclosed 1\ndone\n"))
+    if (!reference.output.ends_with(m_pOutput))
       return "the scenario does not do what it should: " + reference.output;
     if (outcome.thrown)
       return "std::bad_alloc left ExecuteProgram";
@@ -129,13 +190,17 @@ endsub
                  ? ""
                  : "nobody was told";
     }
-    // Output that is lost makes the runner fail; input that cannot be read is at its end, which cancels the dialog.
-    if (m_nErrors > 0 || !m_bWritten || outcome.output.find("closed 2\n") != std::string::npos)
+    // Output that is lost makes the runner fail; input that cannot be read is at its end, which cancels what asks.
+    if (m_nErrors > 0 || !m_bWritten || outcome.output.find("closed 2\n") != std::string::npos ||
+        outcome.output.find(" -1\n") != std::string::npos)
       return {};
     return "not reported";
   }
 
 private:
+  const char* m_pScript;
+  const char* m_pInput;
+  const char* m_pOutput;
   std::optional<RedirectedStreams> m_streams;
   std::unique_ptr<CConsoleUserInterface> m_console;
   std::string m_shown;
@@ -155,8 +220,38 @@ void Arm(FaultKind kind) {
 } // namespace
 
 TEST(DialogFaults, a_console_dialog_with_every_kind_of_control) {
-  Dialog scenario;
+  AtConsole scenario(kDialog, kDialogInput, kDialogOutput);
   Sweep("dialog", scenario);
+}
+
+TEST(DialogFaults, a_property_sheet_and_menus_of_the_console) {
+  AtConsole scenario(kSheet, kSheetInput, kSheetOutput);
+  Sweep("sheet and menus", scenario);
+}
+
+// A wait whose calls are all refused ends when it would have ended, and with the flag of the stop.
+TEST(DialogFaults, a_stop_reaches_waits_of_which_the_system_refuses_every_call) {
+  using brindle::StopSignal;
+  StopSignal signal;
+  const StopSignal::Scope scope(&signal);
+  EXPECT_GE(StopSignal::CurrentDescriptor(), 0);
+  Arm(FaultKind::Process);
+  EXPECT_GE(StopSignal::CurrentDescriptor(), 0) << "what was answered long ago stays in it";
+  EXPECT_EQ(brindle::faultPlan.refused, 1U);
+  const auto start = StopSignal::Clock::now();
+  StopSignal::SleepUntil(start + std::chrono::milliseconds(20));
+  EXPECT_GE(StopSignal::Clock::now() - start, std::chrono::milliseconds(20)) << "a sleep is as long without poll";
+  signal.SetDeadline(StopSignal::Clock::now() + std::chrono::milliseconds(20));
+  StopSignal::SleepUntil(start + std::chrono::hours(1));
+  EXPECT_TRUE(signal.WasLate()) << "and ends at the deadline";
+  signal.Clear();
+  signal.SetDeadline(std::nullopt);
+  const std::uint64_t before = brindle::faultPlan.refused;
+  signal.Request();
+  EXPECT_EQ(brindle::faultPlan.refused, before + 1);
+  StopSignal::SleepUntil(start + std::chrono::hours(1));
+  brindle::faultPlan.active = false;
+  EXPECT_TRUE(StopSignal::CurrentShouldStop()) << "the flag needs no descriptor";
 }
 
 TEST(DialogFaults, without_a_pipe_for_signals_the_input_is_served_to_its_end) {

@@ -6,10 +6,10 @@
 // statement that is not to be run any more is overwritten with a jump to its entry, never removed.
 #pragma once
 
-#include "data/value_format.h"
 #include "interpreter/fast/operations.h"
 #include "interpreter/func_desc.h"
 #include "interpreter/scanner.h"
+#include "values/value_format.h"
 
 #include <cstring>
 #include <deque>
@@ -202,7 +202,7 @@ public:
   std::deque<std::vector<FastPart>> m_parts;
   std::deque<FastLoop> m_loops;
   std::deque<FastMapUse> m_mapUses;
-  std::deque<ValueFormat> m_formats; // of "format" with a constant text
+  std::deque<ValueFormat> m_formats;                           // of "format" with a constant text
   std::unordered_map<std::uint32_t, std::uint32_t> m_doOfLoop; // positions of the words
   unsigned layout = 0;                                         // of the store, when the statements were compiled
   std::uint64_t functions = 0;                                 // generation of the function tables, likewise

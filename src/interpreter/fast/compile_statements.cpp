@@ -258,10 +258,15 @@ bool FastCompiler::EmitCondition(FastNode& left, LOGICAL_OPERATION operation, Fa
       return false;
     const bool isEquality = operation == LOGICAL_EQUAL || operation == LOGICAL_NOT_EQUAL;
     std::uint32_t slot = 0;
-    if (isEquality && left.kind == FastNode::Variable && right.kind == FastNode::Text && LocalSlot(*left.token, slot)) {
-      Emit(FastOperation::IfTextIs, operation == LOGICAL_EQUAL ? 1 : 0, slot);
+    const bool isLocal = left.kind == FastNode::Variable && LocalSlot(*left.token, slot);
+    if (isEquality && right.kind == FastNode::Text && (isLocal || left.kind == FastNode::Element)) {
+      Operand item;
+      if (!isLocal && !ValueInTemporary(left, item))
+        return false;
+      Emit(FastOperation::IfTextIs, operation == LOGICAL_EQUAL ? 1 : 0, isLocal ? slot : item.slot);
       EmitData(&entry);
       EmitData(&right.token->text);
+      PopTo(live);
       return true;
     }
     std::vector<FastPart> parts;

@@ -323,7 +323,7 @@ MoveToGlobal: {
 }
 Move:
   if (RawValues::Kind(SLOT(b)) == RawValues::kBoxed) {
-    if (!RawValues::MoveBox(SLOT(a), SLOT(b))) [[unlikely]]
+    if (!RawValues::MoveBox(SLOT(a), SLOT(b), state.fast.spareBox)) [[unlikely]]
       goto giveUp;
     NEXT(1);
   }

@@ -10,6 +10,7 @@
 #include "interpreter/fast/code.h"
 #include "interpreter/fast/tape.h"
 
+#include <memory>
 #include <vector>
 
 class CBrindle;
@@ -56,6 +57,7 @@ struct FastState {
   std::uint32_t untilGiveUp = m_defaultGiveUpEvery;
   std::vector<FastFrame> frames;
   FastTape tape;
+  std::unique_ptr<CBasicVariable> spareBox;         // for the next result that is an array
   CArray<CBasicVariable, CBasicVariable> arguments; // room for those of a built-in function, all not set
 
   // Runs of a statement before it is compiled.
@@ -88,6 +90,8 @@ public:
   // reading position is there then, and a statement that had been given up has been run.
   void Run(const FastEntry& entry);
 
+  // Changes whenever some name of a function may mean something else: in that interpreter, or in all of them.
+  [[nodiscard]] static std::uint64_t FunctionChanges(const InterpreterState& state) noexcept;
   // The distances of the handlers, in the order of the operations.
   [[nodiscard]] static const std::int32_t* Handlers();
 

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cstring>
 
 namespace brindle {
 
@@ -53,9 +54,13 @@ FastMachine::~FastMachine() {
   m_fast.frames.resize(m_depth);
 }
 
+std::uint64_t FastMachine::FunctionChanges(const InterpreterState& state) noexcept {
+  return state.functions.Changes() + CBrindle::m_nHostFunctionChanges;
+}
+
 bool FastMachine::IsStale(std::uint32_t generation) const noexcept {
   return m_code.Generation() != generation || m_code.layout != m_state.m_mapVariables.Layout() ||
-         m_code.functions != CBrindle::m_nFunctionChanges;
+         m_code.functions != FunctionChanges(m_state);
 }
 
 // The executing parser goes on at that position: in its own loop, or here when the procedure was entered here.
@@ -181,9 +186,9 @@ bool FastMachine::RunBuiltIn(const FastCell* pc, VariableSlot* base) {
   // The array of the call before is taken, so that most calls allocate none; a call inside this one makes its own.
   CBasicVariableArray arguments = std::move(m_fast.arguments);
   arguments.SetSize(static_cast<int>(pc->c));
-  VariableSlot* const first = &SlotAt(base, pc->a);
-  for (std::uint32_t i = 0; i < pc->c; ++i)
-    RawValues::MoveOut(first[i], arguments[static_cast<int>(i)]);
+  VariableSlot* value = &SlotAt(base, pc->a);
+  for (CBasicVariable& argument : arguments)
+    RawValues::MoveOut(*value++, argument);
   // The handler may report: it stands where the executing parser would, before the ")".
   m_state.position = function.closing->start;
   m_state.token.token = function.closing;
@@ -197,10 +202,10 @@ bool FastMachine::RunBuiltIn(const FastCell* pc, VariableSlot* base) {
     if (!RawValues::IsPlain(RawValues::Kind(target)))
       target.Undefine();
     if (!RawValues::MoveItemFrom(target, result))
-      RawValues::MoveBoxFrom(target, std::move(result));
+      RawValues::MoveBoxFrom(target, std::move(result), m_fast.spareBox);
   }
-  for (std::uint32_t i = 0; i < pc->c; ++i)
-    if (!RawValues::Clear(arguments[static_cast<int>(i)]))
+  for (CBasicVariable& argument : arguments)
+    if (!RawValues::Clear(argument))
       return true; // it ends with the array
   m_fast.arguments = std::move(arguments);
   return true;
@@ -256,21 +261,27 @@ bool IsText(const FastPart& part, const VariableSlot* base) {
 
 bool FastMachine::JoinParts(const std::vector<FastPart>& parts, VariableSlot* base, VariableSlot& target) {
   constexpr std::size_t kFew = 8;
+  struct Units { // without a first value: to clear eight views takes longer than to join two texts
+    const char16_t* first;
+    std::size_t count;
+  };
   CString fewScratches[kFew];
-  std::u16string_view fewViews[kFew];
+  Units fewUnits[kFew];
   std::vector<CString> manyScratches(parts.size() > kFew ? parts.size() : 0);
-  std::vector<std::u16string_view> manyViews(manyScratches.size());
+  std::vector<Units> manyUnits(manyScratches.size());
   CString* const scratches = parts.size() > kFew ? manyScratches.data() : fewScratches;
-  std::u16string_view* const views = parts.size() > kFew ? manyViews.data() : fewViews;
+  Units* const units = parts.size() > kFew ? manyUnits.data() : fewUnits;
 
   if (!IsText(parts.front(), base) || !RawValues::IsPlain(RawValues::Kind(target)))
     return false;
   std::size_t total = 0;
   bool inPlace = parts.front().kind == FastPart::Slot && &SlotAt(base, parts.front().slot) == &target;
   for (std::size_t i = 0; i < parts.size(); ++i) {
-    if (!PartText(parts[i], base, scratches[i], views[i]))
+    std::u16string_view view;
+    if (!PartText(parts[i], base, scratches[i], view))
       return false;
-    total += views[i].size();
+    units[i] = {view.data(), view.size()};
+    total += view.size();
     if (i > 0 && parts[i].kind == FastPart::Slot && &SlotAt(base, parts[i].slot) == &target)
       inPlace = false;
   }
@@ -278,14 +289,15 @@ bool FastMachine::JoinParts(const std::vector<FastPart>& parts, VariableSlot* ba
     return false;
   if (inPlace) {
     for (std::size_t i = 1; i < parts.size(); ++i)
-      RawValues::Text(target).Append(views[i]);
+      RawValues::Text(target).Append({units[i].first, units[i].count});
     return true;
   }
   CString joined;
   if (total > 0) {
-    unsigned short* units = joined.GetBuffer(static_cast<int>(total));
-    for (std::size_t i = 0; i < parts.size(); ++i)
-      units = std::copy(views[i].begin(), views[i].end(), units);
+    unsigned short* place = joined.GetBuffer(static_cast<int>(total));
+    for (std::size_t i = 0; i < parts.size(); place += units[i++].count)
+      if (units[i].count > 0)
+        std::memcpy(place, units[i].first, units[i].count * sizeof *place);
     joined.ReleaseBuffer(static_cast<int>(total));
   }
   RawValues::PutText(target, std::move(joined));

@@ -13,10 +13,10 @@ FastEntry* CBrindle::CompiledEntry() {
       (token.kind != TOKEN_VARIABLE && token.kind != TOKEN_COMMAND))
     return nullptr;
   FastCode& code = m_pState->program->Fast();
-  if (code.layout != m_pState->m_mapVariables.Layout() || code.functions != m_nFunctionChanges) {
+  if (code.layout != m_pState->m_mapVariables.Layout() || code.functions != FastMachine::FunctionChanges(*m_pState)) {
     code.Forget();
     code.layout = m_pState->m_mapVariables.Layout();
-    code.functions = m_nFunctionChanges;
+    code.functions = FastMachine::FunctionChanges(*m_pState);
   }
   FastEntry& entry = code.EntryOf(*token.token);
   if (entry.refused)

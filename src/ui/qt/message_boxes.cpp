@@ -37,7 +37,8 @@ QStringList NameFilters(const CString& filter) {
 } // namespace
 
 QMessageBox::StandardButton ShowBox(QWidget* parent, QMessageBox::Icon icon, const CString& title, const CString& text,
-                                    QMessageBox::StandardButtons buttons, QMessageBox::StandardButton otherwise) {
+                                    QMessageBox::StandardButtons buttons, QMessageBox::StandardButton otherwise,
+                                    StopWatch::On endsOn) {
   QString whole = ToQt(text);
   while (whole.endsWith(QLatin1Char('\n')) || whole.endsWith(QLatin1Char('\r')))
     whole.chop(1);
@@ -54,6 +55,7 @@ QMessageBox::StandardButton ShowBox(QWidget* parent, QMessageBox::Icon icon, con
   // Escape and the close button dismiss it, also where none of its buttons is Cancel.
   if (box.button(otherwise) != nullptr)
     box.setEscapeButton(otherwise);
+  const StopWatch watch([&box] { box.reject(); }, endsOn);
   const int pressed = box.exec();
   return (buttons & pressed) != 0 ? static_cast<QMessageBox::StandardButton>(pressed) : otherwise;
 }
@@ -73,6 +75,11 @@ std::optional<CString> ShowFileDialog(QWidget* parent, const CUserInterface::Fil
   dialog.setDirectory(request.initialFolder.IsEmpty() ? QDir::currentPath() : PathToQt(request.initialFolder));
   if (!request.fileName.IsEmpty())
     dialog.selectFile(PathToQt(request.fileName));
+  const StopWatch watch([&dialog] {
+    for (QDialog* const question : dialog.findChildren<QDialog*>()) // whether to write over a file
+      question->reject();
+    dialog.reject();
+  });
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
     return std::nullopt;
   return CEnvironment::PathFromNative(QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString());
@@ -86,6 +93,7 @@ int ShowMenu(QWidget* parent, const CStringArray& entries) {
     else
       menu.addAction(ToQt(entries[i]))->setData(i);
   }
+  const StopWatch watch([&menu] { menu.close(); });
   const QAction* const chosen = menu.exec(QCursor::pos());
   return chosen == nullptr ? -1 : chosen->data().toInt();
 }

@@ -2,10 +2,11 @@
 // Room: ui. Used by: the Qt user interface.
 // May touch: the screen, for as long as a box is shown.
 // Must not: read a script's text as markup.
-// Invariant: a box that is closed, or ended by the application's end, counts as dismissed.
+// Invariant: a box that is closed, or ended by the application's end or because its run is to stop, is dismissed.
 #pragma once
 
 #include "brindle/user_interface.h"
+#include "ui/qt/stop_watch.h"
 
 #include <QMessageBox>
 
@@ -15,7 +16,8 @@ namespace brindle {
 // beginning, and the whole on demand.
 [[nodiscard]] QMessageBox::StandardButton ShowBox(QWidget* parent, QMessageBox::Icon icon, const CString& title,
                                                   const CString& text, QMessageBox::StandardButtons buttons,
-                                                  QMessageBox::StandardButton otherwise);
+                                                  QMessageBox::StandardButton otherwise,
+                                                  StopWatch::On endsOn = StopWatch::On::Stop);
 
 [[nodiscard]] std::optional<CString> ShowFileDialog(QWidget* parent, const CUserInterface::FileRequest& request,
                                                     bool native);

@@ -52,7 +52,7 @@ QString QtControl::Fitted(int width) {
   const QString text = ToQt(m_strText);
   const QString fitted =
       m_pWidget->fontMetrics().elidedText(text, Qt::ElideRight, std::max(width, 0), Qt::TextShowMnemonic);
-  m_pWidget->setToolTip(fitted == text ? QString() : text);
+  m_pWidget->setToolTip(fitted == text ? QString() : AsPlainText(text));
   return fitted;
 }
 

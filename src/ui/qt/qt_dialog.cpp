@@ -1,6 +1,8 @@
 // A dialog's run and what the user does to it.
 #include "ui/qt/qt_dialog.h"
 
+#include "ui/qt/stop_watch.h"
+
 #include <QAbstractButton>
 #include <QEventLoop>
 #include <QPushButton>
@@ -10,7 +12,7 @@
 namespace brindle {
 
 int QtDialog::Run() {
-  if (m_pForm.isNull())
+  if (m_pForm.isNull() || CStopRequest::IsMade())
     return m_result.value_or(kCancel);
   QEventLoop loop;
   m_pLoop = &loop;
@@ -20,8 +22,10 @@ int QtDialog::Run() {
   FocusFirst();
   m_bOpened = true;
   m_events.OnOpened();
-  if (!m_result && !m_pForm.isNull())
+  if (!m_result && !m_pForm.isNull()) {
+    const StopWatch watch([this] { End(kCancel); });
     loop.exec(QEventLoop::DialogExec);
+  }
   QObject::disconnect(destroyed);
   m_pLoop = nullptr;
   m_result = m_result.value_or(kCancel); // the application is told to end, or the window is gone

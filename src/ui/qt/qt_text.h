@@ -8,6 +8,7 @@
 
 #include <QFile>
 #include <QString>
+#include <QTextDocument>
 
 #include "platform/path.h"
 
@@ -19,6 +20,11 @@ namespace brindle {
 
 [[nodiscard]] inline CString FromQt(const QString& text) {
   return CString(std::u16string_view(QStringView(text).utf16(), static_cast<std::size_t>(text.size())));
+}
+
+// For a tool tip, which would take a text that looks like markup for it, and show the pictures that it names.
+[[nodiscard]] inline QString AsPlainText(const QString& text) {
+  return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
 }
 
 // A script's path ("\" or "/", any letter case) as Qt opens it.

@@ -1,5 +1,6 @@
 #include "brindle/qt_user_interface.h"
 
+#include "brindle/stop_request.h"
 #include "platform/termination.h"
 #include "ui/qt/message_boxes.h"
 #include "ui/qt/qt_dialog.h"
@@ -118,7 +119,10 @@ void CQtUserInterface::ServeUntilClosed() {
     std::rethrow_exception(std::exchange(m_pState->tickFailure, nullptr));
 }
 
+// A run that is to stop opens nothing any more, but for the notice that says why.
 void CQtUserInterface::ShowMessage(const CString& text) {
+  if (CStopRequest::IsMade())
+    return;
   (void)ShowBox(m_pState->Owner(), QMessageBox::NoIcon, CString(), text, QMessageBox::Ok, QMessageBox::Ok);
 }
 
@@ -128,7 +132,8 @@ void CQtUserInterface::ShowNotice(const CString& text) {
     m_pState->WriteError(text);
     return;
   }
-  (void)ShowBox(m_pState->Owner(), QMessageBox::Warning, CString(), text, QMessageBox::Ok, QMessageBox::Ok);
+  (void)ShowBox(m_pState->Owner(), QMessageBox::Warning, CString(), text, QMessageBox::Ok, QMessageBox::Ok,
+                CStopRequest::IsMade() ? StopWatch::On::FurtherRequest : StopWatch::On::Stop);
 }
 
 CUserInterface::ErrorAnswer CQtUserInterface::ShowError(const CString& text) {
@@ -137,22 +142,25 @@ CUserInterface::ErrorAnswer CQtUserInterface::ShowError(const CString& text) {
     m_pState->WriteError(text);
     return m_pState->policy == ErrorPolicy::Continue ? ErrorAnswer::Ok : ErrorAnswer::Cancel;
   }
+  if (CStopRequest::IsMade())
+    return ErrorAnswer::Cancel;
   const auto pressed = ShowBox(m_pState->Owner(), QMessageBox::Critical, CString(), text,
                                QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Cancel);
   return pressed == QMessageBox::Ok ? ErrorAnswer::Ok : ErrorAnswer::Cancel;
 }
 
 bool CQtUserInterface::AskYesNo(const CString& question, const CString& title) {
-  return ShowBox(m_pState->Owner(), QMessageBox::Question, title, question, QMessageBox::Yes | QMessageBox::No,
-                 QMessageBox::No) == QMessageBox::Yes;
+  return !CStopRequest::IsMade() && ShowBox(m_pState->Owner(), QMessageBox::Question, title, question,
+                                            QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
 }
 
 std::optional<CString> CQtUserInterface::ChooseFile(const FileRequest& request) {
-  return ShowFileDialog(m_pState->Owner(), request, m_pState->nativeFileDialogs);
+  return CStopRequest::IsMade() ? std::nullopt
+                                : ShowFileDialog(m_pState->Owner(), request, m_pState->nativeFileDialogs);
 }
 
 int CQtUserInterface::ShowPopupMenu(const CStringArray& entries) {
-  return ShowMenu(m_pState->Owner(), entries);
+  return CStopRequest::IsMade() ? -1 : ShowMenu(m_pState->Owner(), entries);
 }
 
 std::unique_ptr<CDialogWindow> CQtUserInterface::CreateDialogWindow(const CDialogDescription& description,

@@ -2,6 +2,7 @@
 #include "ui/qt/qt_control.h"
 #include "ui/qt/qt_text.h"
 
+#include <QImageReader>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPixmap>
@@ -131,7 +132,7 @@ protected:
     QString text = severalLines ? whole : Fitted(m_pLabel->width());
     if (severalLines) {
       const QRect needed = metrics.boundingRect(QRect(0, 0, m_pLabel->width(), 0), Qt::TextWordWrap, whole);
-      m_pLabel->setToolTip(needed.height() > m_pLabel->height() ? whole : QString());
+      m_pLabel->setToolTip(needed.height() > m_pLabel->height() ? AsPlainText(whole) : QString());
     }
     // A mnemonic that leads nowhere is not underlined, and a label shows the sign itself then.
     if (m_pLabel->buddy() == nullptr)
@@ -152,6 +153,12 @@ private:
 
   QLabel* m_pLabel;
 };
+
+// A drawing of the vector kind can name other files as parts of it, from wherever the script may not look.
+QPixmap ReadPicture(const QString& path) {
+  QImageReader reader(path);
+  return reader.format().startsWith("svg") ? QPixmap() : QPixmap::fromImage(reader.read());
+}
 
 // The caption is the path of a picture; one that is larger than its place is scaled down.
 class PictureControl : public QtControl {
@@ -177,8 +184,8 @@ protected:
 
 private:
   void Load() {
-    m_picture = m_strText.IsEmpty() ? QPixmap() : QPixmap(PathToQt(m_strText));
-    m_pLabel->setToolTip(m_picture.isNull() ? ToQt(m_strText) : QString());
+    m_picture = m_strText.IsEmpty() ? QPixmap() : ReadPicture(PathToQt(m_strText));
+    m_pLabel->setToolTip(m_picture.isNull() ? AsPlainText(ToQt(m_strText)) : QString());
   }
 
   QLabel* m_pLabel;

@@ -32,6 +32,20 @@ TEST_F(FastStaleCode, a_global_that_appears_late_hides_the_local_from_then_on) {
          {"102.000000 3.000000\n"});
 }
 
+TEST_F(FastStaleCode, what_other_interpreters_load_leaves_compiled_statements_alone) {
+  const CString other = m_folder.Write("other.bas", "x = 1\n");
+  const auto chunksAfter = [&](int rounds) {
+    Begin(Route::Automatic, 0);
+    Run("n = 0\nfor i = 1 to " + std::to_string(rounds) + "\n  run \"" + other.ToUtf8() +
+        "\"\n  n = n + i\nnext\nprint n\n");
+    return State().program->Fast().m_chunks.size();
+  };
+  const std::size_t few = chunksAfter(20);
+  EXPECT_EQ(m_ui.messages.back(), "210.000000\n");
+  EXPECT_EQ(chunksAfter(200), few) << "compiled once";
+  EXPECT_EQ(m_ui.messages.back(), "20100.000000\n");
+}
+
 TEST_F(FastStaleCode, a_global_made_two_calls_down_is_seen_by_every_caller) {
   Expect("x = 1\n"
          "for r = 1 to 3\n"

@@ -1,6 +1,7 @@
 // The folder that no path of a script leads out of.
 #include "platform/file.h"
 #include "platform/file_root.h"
+#include "support/dialog_user_interface.h"
 #include "support/script_test.h"
 
 namespace {
@@ -153,6 +154,48 @@ TEST_P(LimitsRootTest, sounds_and_programs_come_from_below_the_root) {
   EXPECT_EQ(m_ui.ErrorNumbers(), (Numbers{65, 65}));
   ASSERT_EQ(m_ui.sounds.size(), 1U);
   EXPECT_EQ(m_ui.sounds[0], fs::canonical(m_folder.Path("root/in.txt")).string());
+}
+
+// The names that a window system is given; what it does not get it cannot open.
+TEST_P(LimitsRootTest, pictures_of_dialogs_come_from_below_the_root) {
+  DialogUserInterface dialogs;
+  Interpreter().SetUserInterface(&dialogs);
+  const std::string outside = m_folder.Path("outside.txt").string();
+  const std::string inside = fs::canonical(m_folder.Path("root/in.txt")).string();
+  const std::string deep = fs::canonical(m_folder.Path("root/Sub/Deep.txt")).string();
+  const struct {
+    std::string path;
+    std::string shown;
+    bool isRefused;
+  } rows[] = {{"IN.txt", inside, false},      {"\\sub\\deep.txt", deep, false},
+              {"good.txt", deep, false},      {"..\\outside.txt", "", true},
+              {"link.txt", "", true},         {"absolute.txt", "", true},
+              {"linked\\more.txt", "", true}, {outside, "", false},
+              {"nothing.bmp", "", false},     {"sub\\..\\..\\outside.txt", "", true}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.path);
+    const std::string control = "control bitmap \"" + row.path + "\", 10, 0, 0, 9, 9\n";
+    for (const bool isSheet : {false, true}) {
+      dialogs.Forget();
+      std::string shown = "no dialog";
+      dialogs.plays.push_back([&shown](PlayedDialog& dialog) { shown = dialog.At(10).text.ToUtf8(); });
+      Run(isSheet ? "propertysheet \"S\"\npage \"P\"\n" + control + "endpage\nenddialog\n"
+                  : "dialog \"D\", 0, 0, 9, 9\n" + control + "enddialog\n",
+          "root/script.bas");
+      EXPECT_EQ(dialogs.ErrorNumbers(), row.isRefused ? Numbers{65} : Numbers{});
+      EXPECT_EQ(shown, row.isRefused ? "no dialog" : row.shown);
+      dialogs.plays.clear();
+    }
+    dialogs.Forget();
+    dialogs.calls.clear();
+    Run("dialog \"D\", 0, 0, 9, 9\ncontrol bitmap \"\", 10, 0, 0, 9, 9\noninit change\nenddialog\nend\n"
+        "sub change(v)\nalter 10\ntitle \"" +
+            row.path + "\"\nendalter\nendsub\n",
+        "root/script.bas");
+    EXPECT_EQ(dialogs.ErrorNumbers(), row.isRefused ? Numbers{65} : Numbers{});
+    EXPECT_EQ(std::count(dialogs.calls.begin(), dialogs.calls.end(), "text 10 " + row.shown), row.isRefused ? 0 : 1);
+  }
+  m_pInterpreter.reset(); // before the interface that it borrows
 }
 
 TEST_P(LimitsRootTest, a_root_that_is_no_folder_is_refused_and_the_old_one_stays) {

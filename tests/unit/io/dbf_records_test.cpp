@@ -1,5 +1,6 @@
 #include "io/dbf_fixture.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 
@@ -162,6 +163,40 @@ TEST_F(DbfTest, a_record_may_be_written_behind_the_last_one) {
   ASSERT_TRUE(table.Close());
   EXPECT_EQ(Bytes().substr(4, 4), LittleEndian(3, 4));
   EXPECT_EQ(Bytes().substr(kLettersHeader), " aaaa bbbb cccc dddd\x1A");
+}
+
+TEST_F(DbfTest, what_does_not_fit_into_a_field_does_not_touch_what_stands_beside_it) {
+  CDbf table;
+  ASSERT_TRUE(CreatePrices(table));
+  const std::string name(24, 'n');
+  CStringArray values;
+  values.Add(CString::FromUtf8(name.substr(0, 20) + "\xC3\xA9" + "abcdefghijklmnop\xE2\x82\xAC"));
+  values.Add(CString(u"1\u20AC2"));
+  ASSERT_TRUE(table.AppendRecord(values, true));
+  ASSERT_TRUE(table.ReadRecord(0));
+  CStringArray read;
+  table.GetRecordFields(read);
+  ASSERT_EQ(read.GetSize(), 2);
+  for (int field = 0; field < 2; ++field) {
+    const std::u16string_view written = values[field].View();
+    const std::u16string_view stored = read[field].View();
+    EXPECT_EQ(table.GetFieldValue(field), read[field]);
+    const std::size_t kept = std::min(written.size(), stored.size());
+    EXPECT_EQ(stored.substr(0, kept), written.substr(0, kept));
+    EXPECT_EQ(stored.find_first_not_of(u' ', kept), stored.npos);
+  }
+}
+
+TEST_F(DbfTest, values_given_away_are_written_and_become_the_current_ones) {
+  CDbf table;
+  ASSERT_TRUE(CreatePrices(table));
+  CStringArray values = Values({"given", "12.50"});
+  ASSERT_TRUE(table.AppendRecord(std::move(values), true));
+  EXPECT_EQ(table.GetFieldValue(0), u"given");
+  EXPECT_EQ(Bytes().substr(kPricesHeader), Price("given", "12.50"));
+  CStringArray few = Values({"alone"});
+  EXPECT_FALSE(table.AppendRecord(std::move(few), true));
+  EXPECT_EQ(table.GetFieldValue(0), u"given") << "nothing changes";
 }
 
 TEST_F(DbfTest, too_few_values_write_nothing) {

@@ -284,6 +284,44 @@ TEST(CodePage, shift_states_start_afresh_in_every_call) {
   EXPECT_EQ(prefix, "");
 }
 
+TEST(CodePage, ascii_is_written_at_once_where_it_is_known_how) {
+  struct Row {
+    const char* page;
+    std::u16string_view text;
+    bool isWritten;
+  };
+  const Row rows[] = {
+      {"utf-8", u"plain text, 12", true}, {"utf-8", u"", true},           {"utf-8", u"caf\u00E9", false},
+      {"1252", u"plain", true},           {"1252", u"pri\u20ACe", false}, {"iso-8859-1", u"\u007F", true},
+      {"iso-8859-1", u"\u0080", false},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.page);
+    const auto page = CodePage::Find(row.page);
+    ASSERT_NE(page, nullptr);
+    std::string bytes(row.text.size() + 1, '#');
+    ASSERT_EQ(page->EncodeAscii(row.text, bytes.data()), row.isWritten);
+    EXPECT_EQ(bytes.back(), '#') << "not a byte more";
+    const std::string encoded = page->Encode(row.text);
+    EXPECT_EQ(page->AreAscii(encoded), row.isWritten);
+    if (row.isWritten) {
+      EXPECT_EQ(bytes, encoded + "#");
+    }
+  }
+}
+
+TEST(CodePage, pages_that_write_ascii_in_another_way_refuse_to_do_it_at_once) {
+  for (const char* name : {"IBM037", "shift_jis", "utf-7"}) {
+    const auto page = CodePage::Find(name);
+    if (page == nullptr)
+      continue;
+    SCOPED_TRACE(name);
+    char byte = 0;
+    EXPECT_FALSE(page->EncodeAscii(u"a", &byte));
+    EXPECT_FALSE(page->AreAscii("a"));
+  }
+}
+
 TEST(CodePage, encoded_prefix_takes_whole_characters_only) {
   struct Row {
     const char* name;

@@ -153,6 +153,19 @@ TEST(NumberText, doubles_print_as_percent_f) {
   }
 }
 
+TEST(NumberText, doubles_print_with_as_many_decimals_as_are_asked_for) {
+  RandomNumbers random;
+  for (int decimals = 0; decimals <= kMostQuickDecimals; ++decimals) {
+    const std::string format = "%." + std::to_string(decimals) + "f";
+    for (const double value : HandpickedNumbers())
+      EXPECT_EQ(FormatFixed(-value, decimals).ToUtf8(), Printed(format.c_str(), -value));
+    for (int i = 0; i < kRandomNumbers / 10; ++i) {
+      const double value = random.Next();
+      ASSERT_EQ(FormatFixed(value, decimals).ToUtf8(), Printed(format.c_str(), value)) << Printed("%a", value);
+    }
+  }
+}
+
 TEST(NumberText, what_is_no_finite_number_prints_as_a_word) {
   EXPECT_EQ(FormatFixed(kInfinity), u"inf");
   EXPECT_EQ(FormatFixed(-kInfinity), u"-inf");

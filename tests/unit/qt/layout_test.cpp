@@ -13,6 +13,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <QTextDocumentFragment>
 
 #include <cmath>
 
@@ -175,6 +176,47 @@ TEST_F(Layout, a_pictures_caption_is_its_path) {
                   "\", 11, 0, 70, 10, 10\ncontrol bitmap \"nowhere.png\", 12, 20, 70, 10, 10\n"
                   "control bitmap \"\", 13, 60, 0, 60, 60",
               "alter 13\ntitle \"" + path + "\"\nendalter");
+}
+
+TEST_F(Layout, a_picture_comes_from_below_the_root) {
+  QPixmap picture(40, 20);
+  picture.fill(Qt::red);
+  std::filesystem::create_directory(m_folder.Path("root"));
+  for (const char* name : {"outside.png", "root/inside.png"})
+    ASSERT_TRUE(picture.save(QString::fromStdString(m_folder.Path(name).string())));
+  std::filesystem::create_symlink("../outside.png", m_folder.Path("root/link.png"));
+  std::filesystem::create_symlink(m_folder.Path("outside.png"), m_folder.Path("root/absolute.png"));
+  const std::string outside = m_folder.Path("outside.png").string();
+  // A drawing below the root, and a text, that name the picture outside.
+  m_folder.Write("root/drawing.svg",
+                 "<svg xmlns=\"http://www.w3.org/2000/svg\" xmlns:xlink=\"http://www.w3.org/1999/xlink\" "
+                 "width=\"40\" height=\"20\"><image xlink:href=\"" +
+                     outside + "\" width=\"40\" height=\"20\"/></svg>");
+  const std::string markup = "<img src='" + outside + "'>";
+  CExecutionLimits limits;
+  limits.root = CString::FromUtf8(m_folder.Path("root").string());
+  ASSERT_TRUE(m_pInterpreter->SetLimits(limits));
+  m_windows.SetErrorPolicy(CQtUserInterface::ErrorPolicy::Continue);
+  Then([&](QWidget& window) {
+    EXPECT_EQ(ControlOf<QLabel>(window, 10)->pixmap().size(), QSize(40, 20));
+    for (const int id : {11, 12, 13, 14, 15})
+      EXPECT_TRUE(ControlOf<QLabel>(window, id)->pixmap().isNull()) << id;
+    for (const int id : {16, 17}) {
+      const QString shown = ControlOf(window, id)->toolTip();
+      EXPECT_EQ(QTextDocumentFragment::fromHtml(shown).toPlainText().toStdString(), markup) << id;
+    }
+  });
+  RunControls("control bitmap \"inside.png\", 10, 0, 0, 60, 60\ncontrol bitmap \"" + outside +
+                  "\", 11, 0, 70, 10, 10\ncontrol bitmap \"drawing.svg\", 12, 20, 70, 10, 10\n"
+                  "control bitmap \"\", 13, 60, 0, 60, 60\ncontrol bitmap \"\", 14, 60, 0, 60, 60\n"
+                  "control bitmap \"\", 15, 60, 0, 60, 60\ncontrol statictext \"" +
+                  markup + "\", 16, 0, 0, 9, 9\ncontrol button \"" + markup + "\", 17, 0, 0, 9, 9",
+              "alter 13\ntitle \"..\\outside.png\"\nendalter\nalter 14\ntitle \"link.png\"\nendalter\n"
+              "alter 15\ntitle \"absolute.png\"\nendalter\nalter 11\ntitle \"" +
+                  outside + "\"\nendalter");
+  EXPECT_EQ(m_windows.errors.size(), 3U);
+  for (const std::string& error : m_windows.errors)
+    EXPECT_TRUE(error.starts_with("Not allowed\n")) << error;
 }
 
 TEST_F(Layout, a_dialog_larger_than_the_screen_can_be_scrolled) {

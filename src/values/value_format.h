@@ -1,5 +1,5 @@
 // ValueFormat: the printf-style text that "format" puts one value into, taken apart.
-// Room: data. Used by: the "format" function, the compiler of statements.
+// Room: values. Used by: the "format" function, the compiler of statements.
 // May touch: nothing.
 // Must not: trust the text; it comes from the script.
 // Invariant: there is one value: what would convert a second one, and what takes its width or precision from an
@@ -16,6 +16,7 @@ struct ValueFormat {
   bool hasValue = false;
   FormatDirective directive;
   CString behind;
+  bool isPlain = false; // nothing but one of "%d" and "%.Nf"
 };
 
 [[nodiscard]] ValueFormat ReadFormat(std::u16string_view text);

@@ -1,4 +1,4 @@
-#include "data/value_format.h"
+#include "values/value_format.h"
 
 #include <algorithm>
 #include <cmath>
@@ -49,6 +49,12 @@ ValueFormat ReadFormat(std::u16string_view text) {
       format.directive = directive;
     }
   }
+  const FormatDirective& directive = format.directive;
+  const bool isBare = format.before.IsEmpty() && format.behind.IsEmpty() && directive.width == 0 &&
+                      !directive.leftAligned && !directive.plusSign && !directive.blankSign && !directive.alternate;
+  format.isPlain = format.hasValue && isBare &&
+                   ((directive.conversion == u'd' && !directive.precision) ||
+                    (directive.conversion == u'f' && directive.precision.value_or(6) <= kMostQuickDecimals));
   return format;
 }
 
@@ -58,6 +64,9 @@ bool PrintsNumber(const FormatDirective& directive) noexcept {
 }
 
 CString FormatNumber(const ValueFormat& format, double value) {
+  if (format.isPlain)
+    return format.directive.conversion == u'd' ? FormatInteger(ToInt64(value))
+                                               : FormatFixed(value, format.directive.precision.value_or(6));
   CString out = format.before;
   if (kIntegers.find(format.directive.conversion) != kIntegers.npos)
     AppendInteger(out, format.directive, IntegerFor(format.directive, value));

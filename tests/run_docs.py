@@ -49,10 +49,17 @@ class Bench:
         self.home = None
         self.stored = set()  # the lines of the fences whose files are in the folder
         self.not_run = []
+        self.follows_other = False
         self.built = {}  # server libraries, by the line of their fence
         tools = self.box / "bin"
         tools.mkdir()
-        (tools / "brindle").symlink_to(pathlib.Path(options.runner).resolve())
+        runner = pathlib.Path(options.runner).resolve()
+        if options.route:
+            (tools / "brindle").write_text(
+                f'#!/bin/sh\nexec {shlex.quote(str(runner))} --route={options.route} "$@"\n', encoding="utf-8")
+            (tools / "brindle").chmod(0o755)
+        else:
+            (tools / "brindle").symlink_to(runner)
         self.environment = {key: value for key, value in os.environ.items()
                             if key not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "BRINDLE_DEVICES")}
         self.environment.update(PATH=f"{tools}:{os.environ['PATH']}", TZ="UTC", LC_ALL="C.UTF-8")
@@ -68,6 +75,17 @@ class Bench:
     def version(self):
         header = (self.options.source / "include/brindle/version.h").read_text(encoding="utf-8")
         return re.search(r'define BRINDLE_VERSION "([^"]+)"', header).group(1)
+
+    def has_route(self, example):
+        """Whether the example is a program of its own: no host, no commands, nothing that those have left, and no limit
+        of memory, of which the routes need different amounts."""
+        words = example.fence.words
+        own = example.fence.kind == "basic" and "--max-memory" not in words.get("options", "") and \
+            all(file.kind != "cpp" for file in example.files)
+        if "keep" not in words:
+            self.follows_other = False
+        self.follows_other = self.follows_other or not own
+        return not self.follows_other
 
     def prepare(self, example):
         if "keep" not in example.fence.words or self.home is None:
@@ -105,6 +123,9 @@ class Bench:
         needed = example.fence.words.get("needs")
         if needed and not (pathlib.Path(self.options.runner).resolve().parent / f"libbrindle-{needed}.so").exists():
             self.not_run.append(f"{where}: this build has no {needed}")
+            return
+        if self.options.route and not self.has_route(example):
+            self.not_run.append(f"{where}: this is no program by itself")
             return
         self.prepare(example)
         try:
@@ -302,6 +323,7 @@ def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--runner", required=True)
     parser.add_argument("--compiler")
+    parser.add_argument("--route", help="run the programs by this route; hosts and commands are left out")
     parser.add_argument("--flags", default="")
     parser.add_argument("--source", help="the folder that holds include/")
     parser.add_argument("--library", help="the folder that holds libbrindle.so")

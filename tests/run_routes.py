@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Runs the script tests and the examples on every route.
+"""Runs the script tests, the examples and the programs of the documentation on every route.
 
     run_routes.py --runner PATH SCRIPTS_DIR EXAMPLES_DIR
     run_routes.py --runner PATH --sweep 1-200 [--area AREA] SCRIPTS_DIR EXAMPLES_DIR
@@ -53,6 +53,17 @@ def run_examples(runner, route, examples):
     return done.returncode == 0
 
 
+def run_documentation(runner, route, source):
+    """Whether the programs of the documentation show what stands there."""
+    driver = Path(__file__).parent / "run_docs.py"
+    done = subprocess.run([sys.executable, str(driver), "--runner", str(runner), "--route", route,
+                           str(source / "README.md"), str(source / "docs")],
+                          capture_output=True, text=True, check=False)
+    if done.returncode != 0:
+        print("%s: the documentation's programs fail\n%s%s" % (route, done.stdout, done.stderr))
+    return done.returncode == 0
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--runner", type=Path, required=True)
@@ -63,6 +74,7 @@ def main():
     parser.add_argument("examples_dir", type=Path)
     arguments = parser.parse_args()
     runner, root = arguments.runner.resolve(), arguments.tests_dir.resolve()
+    source = arguments.examples_dir.resolve().parent
     areas = [arguments.area] if arguments.area else sorted(path.name for path in root.iterdir() if path.is_dir())
     slow = bool(os.environ.get("BRINDLE_SLOW_TESTS"))
 
@@ -81,14 +93,16 @@ def main():
         for area in areas:
             counts = run_area(runner, routes[area][turn], area, root, arguments.jobs)
             passed, failed = passed + counts[0], failed + counts[1]
+        if arguments.sweep and not arguments.area:
+            shown = run_documentation(runner, shared[turn], source)
+            passed, failed = passed + shown, failed + (not shown)
         if arguments.sweep:
             print("%s: %d failed" % (shared[turn], failed - before), flush=True)
     if not arguments.area and not arguments.sweep:
         for route in shared:
-            if run_examples(runner, route, arguments.examples_dir.resolve()):
-                passed += 1
-            else:
-                failed += 1
+            for shown in (run_examples(runner, route, arguments.examples_dir.resolve()),
+                          run_documentation(runner, route, source)):
+                passed, failed = passed + shown, failed + (not shown)
     if passed == 0:
         print("no tests found in %s" % root)
         failed += 1

@@ -105,9 +105,11 @@ public:
   explicit Deadline(int milliseconds)
       : m_end(*StopSignal::Earlier(Clock::now() + std::chrono::milliseconds(std::max(milliseconds, 0)))) {}
 
-  // Rounded up: a wait must not end before its time.
+  // Rounded up: a wait must not end before its time. Where it is the run's time that is up, the run knows from then on.
   [[nodiscard]] int Left() const {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(m_end - Clock::now()).count();
+    if (left <= 0)
+      static_cast<void>(StopSignal::CurrentShouldStop());
     return static_cast<int>(std::clamp<decltype(left)>(left, 0, INT_MAX));
   }
   void Sleep() const { StopSignal::SleepUntil(m_end); }

@@ -24,6 +24,12 @@ FastOperation ArithmeticOf(char16_t operation) {
   }
 }
 
+// A variable plus or minus an operand of that class, into itself.
+FastOperation OwnOf(char16_t operation, int right) {
+  const FastOperation first = operation == u'+' ? FastOperation::AddTo_S : FastOperation::SubtractFrom_S;
+  return static_cast<FastOperation>(static_cast<std::uint32_t>(first) + static_cast<std::uint32_t>(right));
+}
+
 constexpr std::uint32_t kPairs = 8;
 
 } // namespace
@@ -238,7 +244,10 @@ bool FastCompiler::Arithmetic(FastNode& node, const std::uint32_t* variable, Ope
     cell = Emit(node.operation == u'^' ? FastOperation::Power : FastOperation::Remainder, 0, left.slot, right.slot);
   } else {
     auto operation = PairOf(ArithmeticOf(node.operation), left.kind, right.kind);
-    if (variable != nullptr)
+    const bool isOwn = variable != nullptr && left.kind == Operand::S && left.slot == *variable;
+    if (isOwn && (node.operation == u'+' || node.operation == u'-'))
+      operation = OwnOf(node.operation, right.kind);
+    else if (variable != nullptr)
       operation = static_cast<FastOperation>(static_cast<std::uint32_t>(operation) + kPairs);
     cell = Emit(operation, variable != nullptr ? *variable : 0, left.slot, right.slot);
     if (left.kind == Operand::K || right.kind == Operand::K)

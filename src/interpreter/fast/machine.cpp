@@ -160,6 +160,24 @@ void FastMachine::Run(const FastEntry& entry) {
   ARITHMETIC_PAIR(NAME, NS, SIGN, 1) ARITHMETIC_PAIR(NAME, NN, SIGN, 1) ARITHMETIC_PAIR(NAME, NK, SIGN, 2) \
   ARITHMETIC_PAIR(NAME, KS, SIGN, 2) ARITHMETIC_PAIR(NAME, KN, SIGN, 2)
 
+// A variable changed by an operand: tested once, as what it is read for it is written for.
+#define OWN(NAME, CLASS, LOAD, SIGN, CELLS) \
+  NAME##_##CLASS: { \
+    VariableSlot& own = SLOT(a); \
+    double y; \
+    LOAD \
+    if (RawValues::Kind(own) == RawValues::kNumber) [[likely]] { \
+      RawValues::Double(own) = RawValues::Double(own) SIGN y; \
+      NEXT(CELLS); \
+    } \
+    double x; \
+    if (!Left(own, x) || !Store(own, x SIGN y)) [[unlikely]] goto giveUp; \
+    NEXT(CELLS); \
+  }
+#define OWN_ARITHMETIC(NAME, SIGN) \
+  OWN(NAME, S, if (!Right(SLOT(c), y)) [[unlikely]] goto giveUp;, SIGN, 1) \
+  OWN(NAME, N, y = RawValues::Double(SLOT(c));, SIGN, 1) OWN(NAME, K, y = pc[1].Number();, SIGN, 2)
+
 #define COMPARISON_PAIR(NAME, PAIR, SIGN) \
   NAME##_##PAIR: { double x; double y; LOAD_##PAIR if (x SIGN y) NEXT(2); GO_TO(pc[1].Pointer()); }
 #define COMPARISON(NAME, SIGN) \
@@ -249,6 +267,8 @@ Count:
   ARITHMETIC(Subtract, -)
   ARITHMETIC(Multiply, *)
   ARITHMETIC(Divide, /)
+  OWN_ARITHMETIC(AddTo, +)
+  OWN_ARITHMETIC(SubtractFrom, -)
 Power:
   RawValues::Double(SLOT(a)) = PowerOf(RawValues::Double(SLOT(b)), RawValues::Double(SLOT(c)));
   NEXT(1);
@@ -443,7 +463,8 @@ For: {
 Next: {
   FastLoop& loop = *static_cast<FastLoop*>(pc[1].Pointer());
   // The same "for" has another body when its end expression could not be read to the end.
-  if (state.control.top().site != loop.site || state.control.top().position != loop.position) [[unlikely]]
+  const ControlStack::Entry* const top = &state.control.top();
+  if (top->site != loop.site || top->position != loop.position) [[unlikely]]
     if (!machine->LinkLoop(loop, true))
       goto giveUp;
   VariableSlot& counter = SlotAt(base, loop.slot);
@@ -452,7 +473,7 @@ Next: {
   LOOK
   const double count = RawValues::Double(counter) + 1.0;
   RawValues::Double(counter) = count;
-  if (count > state.control.top().value) {
+  if (count > top->value) {
     state.control.pop();
     NEXT(2);
   }

@@ -5,8 +5,9 @@
 //
 // Operands: S is a slot of the frame whose value is tested, N a temporary that always holds a number, K a number in
 // the data cell. The left operand decides what an operation does, so it must be a number (or text) itself; the right
-// one is converted. Arithmetic ends in a temporary (...N) or in a variable (...S). Branches carry the entry to go to
-// in their data cell; those named If jump when the condition is false, those named While when it is true.
+// one is converted. Arithmetic ends in a temporary (...N) or in a variable (...S), which AddTo and SubtractFrom also
+// have as their left operand. Branches carry the entry to go to in their data cell; those named If jump when the
+// condition is false, those named While when it is true.
 #pragma once
 
 #include <cstdint>
@@ -20,6 +21,7 @@
   X(Exit) X(Jump) X(Goto) X(Nothing) X(Probe) X(Count) X(Return) \
   BRINDLE_FAST_ARITHMETIC(X, Add) BRINDLE_FAST_ARITHMETIC(X, Subtract) \
   BRINDLE_FAST_ARITHMETIC(X, Multiply) BRINDLE_FAST_ARITHMETIC(X, Divide) \
+  X(AddTo_S) X(AddTo_N) X(AddTo_K) X(SubtractFrom_S) X(SubtractFrom_N) X(SubtractFrom_K) \
   X(Power) X(Remainder) X(Negate) X(LoadLeft) X(LoadRight) X(LoadConstant) X(LoadGlobal) \
   X(StoreNumber) X(StoreInteger) X(StoreConstant) X(StoreText) X(Copy) X(CopyFromGlobal) X(MoveToGlobal) X(Move) \
   X(ItemNumber) X(GlobalItemNumber) X(ItemValue) X(GlobalItemValue) \

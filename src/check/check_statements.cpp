@@ -276,14 +276,14 @@ void ScriptChecker::EventStatement() {
   }
   const Token& event = m_reader.Next();
   if (!IsName(event)) {
-    Report(ProblemCode::WordSyntax, event, "the name of the event is missing",
+    Report(ProblemCode::WordSyntax, Blamed(event, *m_statement), "the name of the event is missing",
            "This is error 1. Write event create name handler.");
     Recover();
     return;
   }
   const Token& handler = m_reader.Next();
   if (!IsName(handler)) {
-    Report(ProblemCode::WordSyntax, handler, "the name of the handler is missing",
+    Report(ProblemCode::WordSyntax, Blamed(handler, *m_statement), "the name of the handler is missing",
            "This is error 1; names stand without parentheses and commas. Write event create name handler.");
     Recover();
     return;
@@ -312,7 +312,8 @@ void ScriptChecker::WatchStatement() {
   if (isName && create)
     event = &m_reader.Next();
   if (!isName || !IsName(*event)) {
-    Report(ProblemCode::WordSyntax, isName ? *event : name, isName ? "the event is missing" : "the variable is missing",
+    Report(ProblemCode::WordSyntax, Blamed(*event, *m_statement),
+           isName ? "the event is missing" : "the variable is missing",
            "This is error 1. Write watch create variable event, or watch remove variable.");
     Recover();
     return;

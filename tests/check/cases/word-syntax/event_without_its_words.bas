@@ -1,3 +1,3 @@
-event create  # problem: word-syntax@15
+event create  # problem: word-syntax@1
 y = 2
 print y + 1

@@ -24,7 +24,7 @@ STRICT = ["-std=c++20", "-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Werr
 PUBLIC_CLASSES = ("CBrindle", "CBasicVariable", "CVarBase", "CString", "CBlowFish", "CUserInterface",
                   "CConsoleUserInterface", "CDialogEvents", "CDialogWindow", "CDbf", "CDbfFieldDescriptorEx",
                   "CAttributePair", "CEnvironment", "CWindowUserInterface",
-                  "CAutomationClasses", "CScriptCheck")
+                  "CAutomationClasses", "CScriptCheck", "CStopRequest")
 FREE_FUNCTIONS = ("SysAllocString", "SysAllocStringLen", "SysStringLen", "SysFreeString", "VariantInit",
                   "VariantClear", "VariantCopy", "SafeArrayCreate", "SafeArrayCreateVector", "SafeArrayDestroy",
                   "SafeArrayCopy", "SafeArrayGetDim", "SafeArrayGetElemsize", "SafeArrayGetVartype",

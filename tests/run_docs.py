@@ -9,6 +9,7 @@ What the fences say: tests/README.md, "Examples of the documentation".
 
 import argparse
 import concurrent.futures
+import contextlib
 import difflib
 import os
 import pathlib
@@ -53,13 +54,7 @@ class Bench:
         self.built = {}  # server libraries, by the line of their fence
         tools = self.box / "bin"
         tools.mkdir()
-        runner = pathlib.Path(options.runner).resolve()
-        if options.route:
-            (tools / "brindle").write_text(
-                f'#!/bin/sh\nexec {shlex.quote(str(runner))} --route={options.route} "$@"\n', encoding="utf-8")
-            (tools / "brindle").chmod(0o755)
-        else:
-            (tools / "brindle").symlink_to(runner)
+        (tools / "brindle").symlink_to(options.starter)
         self.environment = {key: value for key, value in os.environ.items()
                             if key not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "BRINDLE_DEVICES")}
         self.environment.update(PATH=f"{tools}:{os.environ['PATH']}", TZ="UTC", LC_ALL="C.UTF-8")
@@ -231,6 +226,21 @@ def play_page(page, options):
     return problems, not_run
 
 
+@contextlib.contextmanager
+def starter(options):
+    """What starts the runner: itself, or a script that adds the route."""
+    runner = pathlib.Path(options.runner).resolve()
+    if not options.route:
+        yield runner
+        return
+    # Made before there are threads: a program that another one starts meanwhile would hold the script open for writing.
+    with tempfile.TemporaryDirectory(prefix="docs-route-") as folder:
+        script = pathlib.Path(folder) / "brindle"
+        script.write_text(f'#!/bin/sh\nexec {shlex.quote(str(runner))} --route={options.route} "$@"\n', encoding="utf-8")
+        script.chmod(0o755)
+        yield script
+
+
 def check(options):
     pages, problems, not_run = [], [], []
     for path in find_pages(options.places):
@@ -335,9 +345,10 @@ def main():
     for folder in ("source", "library"):
         if getattr(options, folder):
             setattr(options, folder, pathlib.Path(getattr(options, folder)).resolve())
-    if options.self_test:
-        return self_test(options)
-    pages, examples, not_run, problems = check(options)
+    with starter(options) as options.starter:
+        if options.self_test:
+            return self_test(options)
+        pages, examples, not_run, problems = check(options)
     for problem in problems:
         print("FAIL " + problem)
     if options.list:

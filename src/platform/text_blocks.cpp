@@ -45,7 +45,7 @@ struct KeptBlock {
 // to the last.
 struct KeptBlocks {
   std::array<KeptBlock*, kCapacities.size()> first;
-  std::array<unsigned, kCapacities.size()> room; // for how many more: none until the thread's end is watched, and then
+  std::array<unsigned, kCapacities.size()> room; // for how many more; none until the thread's end is watched
   bool isDecided;
 };
 [[gnu::tls_model("initial-exec")]] constinit thread_local KeptBlocks kept = {};

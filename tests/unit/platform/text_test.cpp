@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <climits>
 #include <cstdint>
 #include <cstdio>
@@ -34,42 +33,6 @@ TEST(Text, bytes_become_the_units_of_their_values) {
     ASSERT_EQ(text.View(), units);
     ASSERT_EQ(text.Units()[length], 0);
   }
-}
-
-// The memory of a short text goes to the next one of about that length, on whatever thread it ended.
-TEST(Text, texts_made_and_ended_on_many_threads_stay_what_they_are) {
-  constexpr int kThreads = 4;
-  constexpr int kRounds = 200;
-  const auto textOf = [](int number) {
-    return std::u16string(static_cast<std::size_t>(number % 70), static_cast<char16_t>(u'a' + number % 26));
-  };
-  std::vector<std::vector<CString>> texts(kThreads);
-  for (int round = 0; round < 3; ++round) {
-    std::vector<std::thread> threads;
-    for (int i = 0; i < kThreads; ++i)
-      threads.emplace_back([&texts, &textOf, i] {
-        std::vector<CString>& mine = texts[static_cast<std::size_t>(i)];
-        mine.clear(); // another thread made these
-        for (int number = 0; number < kRounds; ++number) {
-          mine.emplace_back(textOf(number));
-          if (number % 3 == 1)
-            mine.erase(mine.begin() + number / 7);
-          CString shared = mine.back();
-          shared.Append(u"!");
-        }
-      });
-    for (std::thread& thread : threads)
-      thread.join();
-    std::rotate(texts.begin(), texts.begin() + 1, texts.end());
-  }
-  std::vector<CString> expected;
-  for (int number = 0; number < kRounds; ++number) {
-    expected.emplace_back(textOf(number));
-    if (number % 3 == 1)
-      expected.erase(expected.begin() + number / 7);
-  }
-  for (const std::vector<CString>& made : texts)
-    EXPECT_EQ(made, expected);
 }
 
 TEST(Text, constructors_take_texts_of_every_kind) {

@@ -1,5 +1,6 @@
 // Whatever a script waits for, a stop from outside and the limit of time end the wait, and the run with it.
 #include "brindle/console_user_interface.h"
+#include "support/behind_a_wait.h"
 #include "support/pseudo_terminal.h"
 #include "support/redirected_streams.h"
 #include "support/script_test.h"
@@ -26,32 +27,19 @@ constexpr const char* kPrompts[] = {
     "event create ontimer question\ntimerstart 20\ndialog \"D\", 0, 0, 100, 50\nenddialog\n",
     "event create asked question\nthrow asked 1\n",
 };
-constexpr const char* kBehind = "call reached()\nend\n"
-                                "sub closed(v)\ncall reached()\nendsub\n"
-                                "sub another(v)\ndialog \"E\", 0, 0, 100, 50\noninit question\nenddialog\n"
-                                "call reached()\nendsub\n"
-                                "sub question(v)\nx = ask(\"Really?\")\ncall reached()\nendsub\n";
 
 // A line that takes nothing is given up then, and others later or never.
 constexpr auto kNaturalEnd = std::chrono::seconds(5);
 
-int timesReached = 0;
 std::atomic<CBrindle*> toStop = nullptr;
 
 class Waits : public ScriptTest {
 protected:
   Waits() { Begin(); }
   void Begin() {
-    timesReached = 0;
     m_pInterpreter = std::make_unique<CBrindle>();
     m_pInterpreter->SetUserInterface(&m_ui);
-    m_pInterpreter->AddCustomFunction(
-        u"reached",
-        [](CBrindle*, CBasicVariableArray&, int) {
-          ++timesReached;
-          return CBasicVariable();
-        },
-        0, nullptr);
+    BehindAWait::AddTo(*m_pInterpreter);
   }
   void LimitTime(std::uint32_t milliseconds) {
     CExecutionLimits limits;
@@ -60,9 +48,9 @@ protected:
   }
   // The run has to end by itself: nothing that it waits for ever comes.
   void RunAndEnd(const std::string& program, const std::string& text) {
-    EXPECT_TRUE(Run(program + kBehind));
+    EXPECT_TRUE(Run(program + BehindAWait::kProgram));
     EXPECT_EQ(Interpreter().GetLastError().ToUtf8().substr(0, text.size() + 1), text + "\n");
-    EXPECT_EQ(timesReached, 0) << "nothing runs behind the wait";
+    EXPECT_EQ(BehindAWait::TimesReached(), 0) << "nothing runs behind the wait";
   }
   // The same at the console, while another thread acts as soon as a prompt is there.
   void RunAtConsole(const std::string& program, const std::string& text, const std::function<void()>& act,

@@ -1,5 +1,6 @@
 // Boxes and dialogs in windows whose run is told to stop, or runs out of time, while nobody answers.
 #include "qt/window_test.h"
+#include "support/behind_a_wait.h"
 
 #include <QLineEdit>
 
@@ -22,13 +23,7 @@ constexpr std::pair<const char*, int> kWaits[] = {
     {"dialog \"D\", 0, 0, 100, 50\noninit another\nenddialog\n", 3},
     {"event create ontimer question\ntimerstart 20\ndialog \"D\", 0, 0, 100, 50\nenddialog\n", 2},
 };
-constexpr const char* kBehind = "call reached()\nend\n"
-                                "sub closed(v)\ncall reached()\nendsub\n"
-                                "sub another(v)\ndialog \"E\", 0, 0, 100, 50\noninit question\nenddialog\n"
-                                "call reached()\nendsub\n"
-                                "sub question(v)\nx = ask(\"Really?\")\ncall reached()\nendsub\n";
 
-int timesReached = 0;
 std::atomic<CBrindle*> toStop = nullptr;
 
 int Depth() {
@@ -42,22 +37,15 @@ class Stopping : public WindowTest {
 protected:
   Stopping() {
     m_windows.showMessages = true;
-    timesReached = 0;
-    m_pInterpreter->AddCustomFunction(
-        u"reached",
-        [](CBrindle*, CBasicVariableArray&, int) {
-          ++timesReached;
-          return CBasicVariable();
-        },
-        0, nullptr);
+    BehindAWait::AddTo(*m_pInterpreter);
     m_driver.Otherwise([](QWidget&) {}); // a user who does not answer
   }
 
   void RunAndEnd(const std::string& program, const std::string& text) {
     SCOPED_TRACE(program);
-    EXPECT_TRUE(m_pInterpreter->ExecuteProgram(m_folder.Write("script.bas", program + kBehind)));
+    EXPECT_TRUE(m_pInterpreter->ExecuteProgram(m_folder.Write("script.bas", program + BehindAWait::kProgram)));
     EXPECT_EQ(m_pInterpreter->GetLastError().ToUtf8().substr(0, text.size() + 1), text + "\n");
-    EXPECT_EQ(timesReached, 0) << "nothing runs behind the wait";
+    EXPECT_EQ(BehindAWait::TimesReached(), 0) << "nothing runs behind the wait";
     EXPECT_EQ(Depth(), 0);
   }
   // As soon as so many windows are shown; the other thread may be left behind by a test that has failed.
@@ -159,7 +147,7 @@ TEST_F(Stopping, a_stop_that_was_answered_does_not_end_the_next_box) {
   });
   EXPECT_TRUE(
       m_pInterpreter->ExecuteProgram(m_folder.Write("next.bas", "if ask(\"Two?\") = 1 then\ncall reached()\nendif\n")));
-  EXPECT_EQ(timesReached, 1);
+  EXPECT_EQ(BehindAWait::TimesReached(), 1);
   EXPECT_EQ(looks, 10);
 }
 

@@ -7,7 +7,7 @@
 // Everything here belongs to the file that includes it: the compiler then knows which registers a call leaves alone.
 #pragma once
 
-#include "data/raw_values.h"
+#include "interpreter/state.h"
 
 namespace brindle {
 
